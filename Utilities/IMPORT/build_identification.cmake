@@ -1,0 +1,50 @@
+# Writes the include `Version` with the build identification of the version page. Run at every build; the file changes only when
+# something other than the time does, so that an unchanged library is not built again.
+
+function(ask_git result)
+  execute_process(COMMAND git ${ARGN} WORKING_DIRECTORY ${SOURCE_FOLDER}
+    OUTPUT_VARIABLE answer OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET RESULT_VARIABLE failed)
+  if(failed OR answer STREQUAL "")
+    set(answer unknown)
+  endif()
+  set(${result} "${answer}" PARENT_SCOPE)
+endfunction()
+
+function(default item value)
+  if(KOVA_${item} STREQUAL "")
+    set(KOVA_${item} "${value}" PARENT_SCOPE)
+  endif()
+endfunction()
+
+ask_git(revision rev-parse --short=12 HEAD)
+ask_git(branch rev-parse --abbrev-ref HEAD)
+math(EXPR word_size "8 * ${POINTER_SIZE}")
+default(MODEL_REVISION "${revision}")
+default(MODEL_BRANCH "${branch}")
+default(INTERFACE_REVISION unknown)
+default(INTERFACE_BRANCH unknown)
+default(PLATFORM "${DEFAULT_PLATFORM}")
+default(ARCHITECTURE "${word_size}")
+default(BUILD_TYPE "${DEFAULT_BUILD_TYPE}")
+
+set(content "#pragma once\n\nnamespace kova_import::build_identification {\n\n")
+foreach(item MODEL_REVISION MODEL_BRANCH INTERFACE_REVISION INTERFACE_BRANCH PLATFORM ARCHITECTURE BUILD_TYPE)
+  string(TOLOWER ${item} name)
+  string(APPEND content "inline constexpr const char *${name} = \"${KOVA_${item}}\";\n")
+endforeach()
+
+if(KOVA_BUILD_TIME STREQUAL "")
+  # SOURCE_DATE_EPOCH, where it is set, makes this the same in every build.
+  string(TIMESTAMP KOVA_BUILD_TIME "%a, %d %b %Y %H:%M:%S +0000" UTC)
+  set(is_stamped TRUE)
+endif()
+if(is_stamped AND EXISTS ${OUTPUT})
+  file(READ ${OUTPUT} present)
+  string(FIND "${present}" "${content}" found)
+  if(found EQUAL 0)
+    return()
+  endif()
+endif()
+string(APPEND content "inline constexpr const char *build_time = \"${KOVA_BUILD_TIME}\";\n")
+string(APPEND content "\n} // namespace kova_import::build_identification\n")
+file(CONFIGURE OUTPUT ${OUTPUT} CONTENT "${content}" @ONLY)

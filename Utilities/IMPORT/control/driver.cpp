@@ -1,0 +1,182 @@
+#include "control/driver.h"
+
+#include "control/console.h"
+#include "control/entry_scope.h"
+#include "control/fixed_text.h"
+#include "control/host_link.h"
+#include "control/information_pages.h"
+#include "control/notices.h"
+#include "control/short_text.h"
+
+#include <new>
+#include <string_view>
+
+namespace kova_import {
+
+namespace {
+
+void reset(ImportModule &module) {
+    import_export_data cleared = initial_data();
+    cleared.notice = module.shared.notice;
+    cleared.notice_context = module.shared.notice_context;
+    module.shared = cleared;
+    module.simulation_length = 0;
+    module.flow_option = 0;
+    module.system_of_state_variable = {};
+}
+
+constexpr std::int32_t unanswered = -1;
+
+template <std::size_t title, std::size_t question, std::size_t first, std::size_t second>
+std::int32_t ask(const char (&title_text)[title], const char (&question_text)[question],
+                 const char (&first_button)[first], const char (&second_button)[second]) {
+    std::int32_t answer = unanswered;
+    send<"PDIALOG">(title_text, question_text, first_button, second_button, Answer{answer});
+    return answer;
+}
+
+void ask_for_options(ImportModule &module) {
+    // Users and their scripts expect this question first. Nothing has depended on its answer for a
+    // long time.
+    ask("Set Verbose Option:", "Yes or No?", "Yes", "No");
+    if (ask("Import Options", "Import Network/Transport or All ?", "Transport Only", "All") == 0)
+        module.shared.transport_only = 1;
+    if (ask("Index Segment Names", "Add Index to Segment Name to Insure Unique Name", "Yes",
+            "No") == 1)
+        module.shared.index_segment_names = 0;
+}
+
+// The model file is named after the import file up to its first full stop, even one in a folder's
+// name. What an earlier import left behind the extension stays.
+void name_model_file(const FixedText<512> &host_file_name, FixedText<512> &model_file_name) {
+    constexpr std::string_view extension = ".KIF";
+    constexpr std::size_t last_position = FixedText<512>::width - 1;
+    for (std::size_t i = 0; i < last_position; ++i) {
+        if (host_file_name[i] != '.') {
+            model_file_name[i] = host_file_name[i];
+            continue;
+        }
+        for (std::size_t j = 0; j < extension.size() && i + j < model_file_name.width; ++j)
+            model_file_name[i + j] = extension[j];
+        return;
+    }
+}
+
+void ask_for_file(ImportModule &module) {
+    FixedText<512> &name = module.host_file_name;
+    name.fill(' ');
+    send<"GFILENAME">(Result{name});
+    module.reader.start_counting();
+    module.shared.import_error = 0;
+    name.assign({FixedText<512>(name).trimmed(), nul});
+    name_model_file(name, module.model_file_name);
+}
+
+std::string_view path_of(const ImportModule &module) {
+    const std::string_view name = module.host_file_name.view();
+    return name.substr(0, name.find('\0'));
+}
+
+void report_open_failure(const ImportModule &module) {
+    start_report_line();
+    send<"PINFOHTML">("File Can Not be Opened</span></li>");
+    start_report_line();
+    // The name fills more than what is left of the field, so that the end of the line falls to the
+    // cut; hosts close it themselves.
+    FixedText<132> message;
+    message.assign({"File: ", module.host_file_name.view(), "</span></li>", nul});
+    send<"PINFOHTML">(message);
+}
+
+void fail_to_open(const ImportModule &module, const char *reason) {
+    ShortText<512> path;
+    path.assign(path_of(module));
+    give_open_failure(module, path.c_str(), reason);
+    report_open_failure(module);
+}
+
+bool open_file(ImportModule &module) {
+    const char *reason = nullptr;
+    try {
+        reason = module.reader.stream().open(path_of(module));
+    } catch (const std::bad_alloc &) {
+        reason = "there is not enough memory";
+    }
+    if (reason == nullptr)
+        return true;
+    fail_to_open(module, reason);
+    return false;
+}
+
+// Opens the file to learn its version, and again, so that the first section starts at the header.
+bool open_at_header(ImportModule &module) {
+    if (!open_file(module))
+        return false;
+    RecordReader &reader = module.reader;
+    reader.fixed<"(I5,5x,I2)">("header", field("model type", module.shared.model_type),
+                               field("file version", module.shared.file_version));
+    if (!reader.ok()) {
+        give_read_failure(module);
+        report_open_failure(module);
+        return false;
+    }
+    reader.start_counting();
+    return open_file(module);
+}
+
+void run_sections(ImportModule &module, const Family &family) {
+    std::int32_t number = 0;
+    for (const Section &section : family.sections) {
+        send<"PPROGRESS">(section.progress);
+        ++number;
+        if (module.shared.import_error != 0)
+            continue;
+        if (section.import != nullptr) {
+            run_section(module, section, number);
+        } else {
+            import_export_notice notice = start_notice(module, IMPORT_EXPORT_SECTION_SKIPPED);
+            notice.section = number;
+            notice.section_name = section.name;
+            notice.reason = "This version of the utility does not import the section.";
+            give(module, notice);
+        }
+    }
+    send<"PPROGRESS">(std::int32_t{100});
+}
+
+void import_file(ImportModule &module, const Family &legacy, const Family &current) {
+    reset(module);
+    ask_for_options(module);
+    ask_for_file(module);
+    if (!open_at_header(module))
+        return;
+    const Family &family = module.shared.file_version >= current.first_version ? current : legacy;
+    send_intro();
+    run_sections(module, family);
+    ask("Continue", "Click Okay to Continue", "Okay", "No");
+    module.reader.stream().close();
+    family.send_completion_note();
+}
+
+} // namespace
+
+void run_import(ImportModule &module, const Family &legacy, const Family &current) noexcept {
+    const RunningScope running(module.running);
+    const FloatingPointScope floating_point;
+    try {
+        if (running.entered())
+            import_file(module, legacy, current);
+        else
+            give_reason(module, IMPORT_EXPORT_CALL_REFUSED,
+                        "The import was started from inside a host command.");
+    } catch (...) {
+        // Only a host that throws out of a host command gets here; the import ends where it stands.
+        module.shared.import_error = 1;
+    }
+    if (running.entered()) {
+        module.reader.stream().close();
+        console::flush();
+    }
+}
+
+} // namespace kova_import

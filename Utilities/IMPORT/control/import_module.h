@@ -1,0 +1,47 @@
+#pragma once
+
+#include "control/fixed_text.h"
+#include "control/record_reader.h"
+#include "import_export.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kova_import {
+
+/// Legacy systems that can become state variables; a file may have more.
+inline constexpr std::size_t legacy_system_count = 28;
+
+/// The data block as it is when the library is loaded.
+[[nodiscard]] constexpr import_export_data initial_data() {
+    import_export_data data{};
+    data.layout = IMPORT_EXPORT_LAYOUT;
+    data.line_counter = 1;
+    data.index_segment_names = 1;
+    return data;
+}
+
+/// What the sections of one import share, beside the exported data block.
+struct ImportModule {
+    explicit constexpr ImportModule(import_export_data &data)
+        : shared(data), reader(data.line_counter) {
+        model_file_name.fill('\0');
+    }
+
+    import_export_data &shared; ///< live: the host may read and write it at any time
+    RecordReader reader;
+
+    FixedText<512> host_file_name;
+    FixedText<512> model_file_name; ///< keeps what stands behind its ".KIF" from import to import
+
+    float simulation_length = 0;  ///< days
+    std::int32_t flow_option = 0; ///< element 1; 0 where there is no segment
+    std::array<std::int32_t, legacy_system_count> system_of_state_variable{};
+
+    const char *section_name = ""; ///< of the section that runs
+    std::int32_t section_number = 0;
+    bool running = false; ///< the utility is at work and waits for a host command to return
+};
+
+} // namespace kova_import

@@ -1,0 +1,79 @@
+#include "control/input_file.h"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kova_import {
+
+namespace {
+
+const char *reason_of(int error) {
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+        return "there is no such file";
+    case EACCES:
+    case EPERM:
+        return "the file may not be read";
+    case ENAMETOOLONG:
+        return "the path is too long";
+    case EMFILE:
+    case ENFILE:
+        return "too many files are open";
+    default:
+        return "the system cannot open the file";
+    }
+}
+
+} // namespace
+
+const char *InputFile::open(std::string_view path) {
+    // The host's field has 512 characters; a path that fills it has no room for its NUL there.
+    std::array<char, 513> terminated{};
+    if (path.empty())
+        return "no file was named";
+    if (path.size() >= terminated.size())
+        return "the path is too long";
+    path.copy(terminated.data(), path.size());
+
+    close();
+    // Without O_NONBLOCK a pipe would wait for a writer before it can be told from a file.
+    int handle = -1;
+    do
+        handle = ::open(terminated.data(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    while (handle < 0 && errno == EINTR);
+    if (handle < 0)
+        return reason_of(errno);
+    struct stat status {};
+    if (::fstat(handle, &status) != 0 || !S_ISREG(status.st_mode)) {
+        ::close(handle);
+        return S_ISDIR(status.st_mode) ? "it is a folder" : "it is not a regular file";
+    }
+    handle_ = handle;
+    return nullptr;
+}
+
+void InputFile::close() {
+    if (is_open())
+        ::close(handle_);
+    handle_ = closed;
+}
+
+std::optional<std::size_t> InputFile::read(char *target, std::size_t size) {
+    for (;;) {
+        const ssize_t count = ::read(handle_, target, size);
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno != EINTR)
+            return std::nullopt;
+    }
+}
+
+bool InputFile::seek(std::int64_t offset) {
+    return ::lseek(handle_, static_cast<off_t>(offset), SEEK_SET) == static_cast<off_t>(offset);
+}
+
+} // namespace kova_import

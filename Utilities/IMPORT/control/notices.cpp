@@ -1,0 +1,103 @@
+#include "control/notices.h"
+
+namespace kova_import {
+
+namespace {
+
+const char *reason_of(ReadFailureKind kind) {
+    switch (kind) {
+    case ReadFailureKind::none:
+        break;
+    case ReadFailureKind::bad_value:
+        return "The value cannot be converted.";
+    case ReadFailureKind::end_of_file:
+        return "The file ends here, but the section is not complete.";
+    case ReadFailureKind::open_delimiter:
+        return "The quoted text that starts here has no end.";
+    case ReadFailureKind::system_error:
+        return "The system could not read the file any further.";
+    case ReadFailureKind::not_open:
+        return "There is no open import file.";
+    case ReadFailureKind::utf16:
+        return "The file is written in UTF-16, not as plain text.";
+    }
+    return "";
+}
+
+const char *advice_of(const ReadFailure &failure) {
+    switch (failure.kind) {
+    case ReadFailureKind::end_of_file:
+        return "Check that the file was copied whole and that the counts before this place are "
+               "right.";
+    case ReadFailureKind::open_delimiter:
+        return "Close the text with the quote that opens it.";
+    case ReadFailureKind::not_open:
+        return "Call importexport, which opens the file and runs the sections.";
+    case ReadFailureKind::utf16:
+        return "Save it as plain text or UTF-8.";
+    case ReadFailureKind::none:
+    case ReadFailureKind::bad_value:
+    case ReadFailureKind::system_error:
+        break;
+    }
+    return failure.advice;
+}
+
+} // namespace
+
+import_export_notice start_notice(const ImportModule &module, import_export_notice_kind kind) {
+    import_export_notice notice{};
+    notice.size = sizeof notice;
+    notice.kind = kind;
+    notice.section = module.section_number;
+    notice.section_name = module.section_name;
+    notice.statement = "";
+    notice.field = "";
+    notice.expected = "";
+    notice.found = "";
+    notice.reason = "";
+    notice.advice = "";
+    notice.line_text = "";
+    notice.path = "";
+    return notice;
+}
+
+void give(const ImportModule &module, const import_export_notice &notice) {
+    if (module.shared.notice != nullptr)
+        module.shared.notice(module.shared.notice_context, &notice);
+}
+
+void give_read_failure(const ImportModule &module) {
+    const ReadFailure &failure = module.reader.failure();
+    import_export_notice notice = start_notice(module, IMPORT_EXPORT_READ_FAILED);
+    notice.statement = failure.statement;
+    notice.statement_number = failure.statement_number;
+    notice.line = failure.place.line;
+    notice.column = failure.place.column;
+    notice.width = failure.width;
+    notice.field = failure.field;
+    notice.expected = failure.expected;
+    notice.found = failure.found.c_str();
+    notice.found_length = failure.found.view().size();
+    notice.reason = reason_of(failure.kind);
+    notice.advice = advice_of(failure);
+    notice.line_text = failure.line_text.c_str();
+    notice.line_text_length = failure.line_text.view().size();
+    notice.line_text_column = failure.line_text_column;
+    give(module, notice);
+}
+
+void give_open_failure(const ImportModule &module, const char *path, const char *reason) {
+    import_export_notice notice = start_notice(module, IMPORT_EXPORT_OPEN_FAILED);
+    notice.path = path;
+    notice.reason = reason;
+    give(module, notice);
+}
+
+void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason) {
+    import_export_notice notice = start_notice(module, kind);
+    notice.reason = reason;
+    give(module, notice);
+}
+
+} // namespace kova_import

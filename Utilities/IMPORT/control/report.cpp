@@ -1,0 +1,19 @@
+#include "control/report.h"
+
+#include "control/console.h"
+
+namespace kova_import {
+
+void report_read_error(ImportModule &module, ErrorReport where) {
+    console::write_line("Error Reading Import File at Line: ", module.reader.line_counter());
+    if (where == ErrorReport::information_pane) {
+        FixedText<80> error_line;
+        send<"GSPRINTFI">(Result{error_line}, "Error Reading Import File at Line # %d </span></li>",
+                          module.shared.line_counter);
+        start_report_line();
+        send<"PINFOHTML">(error_line);
+    }
+    module.shared.import_error = 1;
+}
+
+} // namespace kova_import

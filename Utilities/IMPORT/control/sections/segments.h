@@ -1,0 +1,96 @@
+#pragma once
+
+// The segment network: names, what lies beneath, volumes and hydraulic geometry.
+
+#include "control/fixed_text.h"
+#include "control/host_link.h"
+#include "control/import_module.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace kova_import {
+
+/// Values pass to the host in the file's units, which its scale and conversion factors define.
+struct Segment {
+    FixedText<40> name; ///< as the host gets it
+    std::int32_t bottom_segment = 0;
+    std::int32_t type = 0;
+    std::int32_t hydraulic_option = 0; ///< current format; likewise the last six members
+    float volume = 0;                  ///< m3
+    float velocity_multiplier = 0;
+    float velocity_exponent = 0;
+    float depth_multiplier = 0;
+    float depth_exponent = 0;
+    float length = 0; ///< m
+    float slope = 0;
+    float width = 0; ///< m
+    float roughness = 0;
+    float minimum_depth = 0;             ///< m
+    float initial_surface_elevation = 0; ///< m
+    float bottom_elevation = 0;          ///< m
+    float side_slope = 0;
+    float initial_depth = 0; ///< m
+    float weir_height = 0;   ///< m
+    float weir_type = 0;     ///< a real in the current format
+};
+
+struct SegmentTable {
+    std::int32_t segment_count = 0; ///< as read; negative counts are sent, and count as none
+    std::int32_t bed_volume_option = 0;
+    float bed_time_step = 0; ///< days
+    float volume_scale_factor = 0;
+    float volume_conversion_factor = 0;
+    std::vector<Segment> segments;
+};
+
+/// The members that a geometry record of both formats fills, in its order.
+inline constexpr auto segment_identity = std::tuple{
+    member("bottom segment", &Segment::bottom_segment),
+    member("segment type", &Segment::type),
+};
+inline constexpr auto segment_geometry = std::tuple{
+    member("volume", &Segment::volume),
+    member("velocity multiplier", &Segment::velocity_multiplier),
+    member("velocity exponent", &Segment::velocity_exponent),
+    member("depth multiplier", &Segment::depth_multiplier),
+    member("depth exponent", &Segment::depth_exponent),
+    member("length", &Segment::length),
+    member("slope", &Segment::slope),
+    member("width", &Segment::width),
+    member("roughness", &Segment::roughness),
+    member("minimum depth", &Segment::minimum_depth),
+};
+
+/// The order in which they reach the host: slope before length, unlike the record.
+inline constexpr RowCommands<RowCommand<"PSEGNAME", &Segment::name>> segment_name_commands;
+inline constexpr RowCommands<RowCommand<"PBOTSEG", &Segment::bottom_segment>,
+                             RowCommand<"PSEGTYPE", &Segment::type>>
+    segment_identity_commands;
+inline constexpr RowCommands<
+    RowCommand<"PVOLUME", &Segment::volume>, RowCommand<"PVMULT", &Segment::velocity_multiplier>,
+    RowCommand<"PVEXP", &Segment::velocity_exponent>,
+    RowCommand<"PDMULT", &Segment::depth_multiplier>, RowCommand<"PDEXP", &Segment::depth_exponent>,
+    RowCommand<"PSEGSLOPE", &Segment::slope>, RowCommand<"PSEGLENGTH", &Segment::length>,
+    RowCommand<"PSEGWIDTH", &Segment::width>, RowCommand<"PSEGROUGH", &Segment::roughness>,
+    RowCommand<"PSEGMINDEPTH", &Segment::minimum_depth>>
+    segment_geometry_commands;
+
+/// Reads the segment count, the bed-volume settings and the volume factors, up to the caption of
+/// the names. Later sections share the count.
+void read_segment_settings(ImportModule &module, SegmentTable &table);
+
+/// Sends what `read_segment_settings` has read, the count apart, and the section's report line.
+void send_segment_settings(const SegmentTable &table);
+
+/// The digits of a segment's number in its name. Numbers 999 and from 9999 on have none: models
+/// that were imported long ago know those segments by an empty name.
+[[nodiscard]] std::optional<std::string_view> name_digits(std::int32_t number,
+                                                          FixedText<4> &digits);
+
+/// `text` without its trailing blanks and with a NUL behind, where there is room.
+[[nodiscard]] FixedText<40> with_nul(const FixedText<40> &text);
+
+} // namespace kova_import

@@ -1,0 +1,103 @@
+#include "control/sections/segments.h"
+
+#include "current/sections.h"
+
+#include <algorithm>
+
+namespace kova_import::current {
+
+namespace {
+
+constexpr auto more_segment_geometry = std::tuple{
+    member("initial surface elevation", &Segment::initial_surface_elevation),
+    member("bottom elevation", &Segment::bottom_elevation),
+    member("side slope", &Segment::side_slope),
+    member("initial depth", &Segment::initial_depth),
+    member("weir height", &Segment::weir_height),
+    member("weir type", &Segment::weir_type),
+};
+
+// The weir type goes to the host although its keyword starts with G; hosts know it by that name.
+constexpr auto segment_commands =
+    segment_name_commands + segment_identity_commands +
+    RowCommands<RowCommand<"PIQOPT", &Segment::hydraulic_option>>{} + segment_geometry_commands +
+    RowCommands<RowCommand<"PINITIALSURFACEELEVATION", &Segment::initial_surface_elevation>,
+                RowCommand<"PBOTTOMELEVATION", &Segment::bottom_elevation>,
+                RowCommand<"PSIDESLOPE", &Segment::side_slope>,
+                RowCommand<"PINITIALDEPTH", &Segment::initial_depth>,
+                RowCommand<"PWEIRHEIGHT", &Segment::weir_height>,
+                RowCommand<"GWEIRTYPE", &Segment::weir_type>>{};
+
+/// The name of segment `number` as the host gets it. An indexed name has hyphens for its blanks;
+/// segments whose number has no digits get a blank name then.
+FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool indexed) {
+    const FixedText<40> terminated = with_nul(name);
+    if (!indexed)
+        return with_nul(terminated);
+    FixedText<40> result;
+    FixedText<4> digits;
+    const auto text = name_digits(number, digits);
+    if (!text)
+        return result;
+    result.assign({"Seg-", *text, "-", terminated.view()});
+    std::replace(result.data(), result.data() + result.trimmed().size(), ' ', '-');
+    return with_nul(result);
+}
+
+void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
+    RecordReader &reader = module.reader;
+    std::int32_t segment_number = 0; // the order of the records counts, not what they say
+    FixedText<40> name;
+    reader.fixed<"(I5,5X,A40)">("segment name", field("segment number", segment_number),
+                                field("name", name));
+    if (!reader.ok())
+        return;
+    Segment segment;
+    segment.name = host_name(name, number, module.shared.index_segment_names != 0);
+    table.segments.push_back(segment);
+}
+
+void read_segments(ImportModule &module, SegmentTable &table) {
+    RecordReader &reader = module.reader;
+    FixedText<80> title;
+    reader.list("title", field("title", title));
+    read_segment_settings(module, table);
+    reader.for_each_record(table.segment_count,
+                           [&](std::int32_t i) { read_name(module, i, table); });
+    FixedText<40> caption;
+    reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
+    reader.for_each_record(table.segment_count, [&](std::int32_t i) {
+        Segment &segment = table.segments[static_cast<std::size_t>(i - 1)];
+        std::int32_t segment_number = 0;
+        reader.fixed<"(4(I5),16(F15.5))">(
+            "segment geometry",
+            std::tuple_cat(std::tuple{field("segment number", segment_number)},
+                           fields_of(segment, segment_identity),
+                           std::tuple{field("hydraulic option", segment.hydraulic_option)},
+                           fields_of(segment, segment_geometry),
+                           fields_of(segment, more_segment_geometry)));
+    });
+    // The flow paths ask for the option of the first segment only.
+    if (!table.segments.empty())
+        module.flow_option = table.segments.front().hydraulic_option;
+}
+
+void send_segments(const SegmentTable &table) {
+    send<"PNUMSEG">(table.segment_count);
+    send_segment_settings(table);
+    std::int32_t number = 0;
+    for (const Segment &segment : table.segments)
+        segment_commands.send_row(++number, segment);
+    send<"PSEGMENTSREFRESH">();
+}
+
+} // namespace
+
+void segments_v2(ImportModule &module) {
+    SegmentTable table;
+    read_segments(module, table);
+    if (module.reader.ok())
+        send_segments(table);
+}
+
+} // namespace kova_import::current

@@ -1,0 +1,104 @@
+#include "kova_import.h"
+
+#include "control/driver.h"
+#include "control/entry_scope.h"
+#include "control/host_link.h"
+#include "control/import_module.h"
+#include "control/section.h"
+#include "current/sections.h"
+#include "import_export.h"
+#include "legacy/sections.h"
+
+namespace kova_import {
+
+namespace {
+
+void send_legacy_completion_note() {
+    send<"PINFOHTML">("<body><big style=\"font-weight: bold; color: Black;\">Import Utility ");
+    send<"PINFOHTML">(
+        "has completed. User should do a visible inspection between data in the KOVA7 ");
+    send<"PINFOHTML">("interface &amp; KOVA8 Interface.  Because of drastic changes in the data ");
+    send<"PINFOHTML">("structures, data may not be imported. If you did multiple BOD and ");
+    send<"PINFOHTML">("Phytoplankton groups in KOVA7, you will need to check the \"Use\" Box for ");
+    send<"PINFOHTML">("all constants, whether they were used in KOVA7.  ");
+    send<"PINFOHTML">("If you simulated Benthic Algae in KOVA you will need to parameterize in ");
+    send<"PINFOHTML">("KOVA8 without the aid of the import ");
+    send<"PINFOHTML">("utility. So much has changed that it is virtually impossible ");
+    send<"PINFOHTML">("to import correctly.  ");
+    send<"PINFOHTML">("See " KOVA_WEB_SITE " under FAQ for more information about importing ");
+    send<"PINFOHTML">("KOVA7 Files</big></body>");
+}
+
+void send_current_completion_note() {
+    send<"PINFOHTML">("<body><big style=\"font-weight: bold; color: Black;\">Import Utility ");
+    send<"PINFOHTML">(
+        "has completed. Your import file was from a KOVA8 input file.  You will need to");
+    send<"PINFOHTML">(
+        " re-select your output variables and review segment parameter screen due to ");
+    send<"PINFOHTML">("changes and bug fixes in the interface.");
+    send<"PINFOHTML">("  See " KOVA_WEB_SITE " under FAQ for more information about importing ");
+    send<"PINFOHTML">("Files</big></body>");
+}
+
+constexpr Family legacy_family = {
+    .first_version = 0,
+    .sections = {{
+        {"model parameters", 0, legacy::modelparam},
+        {"segments", 5, legacy::segments},
+        {"flow paths", 10},
+        {"flow time series", 20},
+        {"exchanges", 30},
+        {"boundary conditions", 40},
+        {"loads", 50},
+        {"environmental time functions", 60},
+        {"segment parameters", 70},
+        {"kinetic constants", 80},
+        {"initial conditions", 85},
+    }},
+    .send_completion_note = send_legacy_completion_note,
+};
+
+constexpr Family current_family = {
+    .first_version = 3,
+    .sections = {{
+        {"model parameters", 0, current::modelparam_v2, ErrorReport::information_pane},
+        {"segments", 5, current::segments_v2, ErrorReport::information_pane},
+        {"flow paths", 10},
+        {"flow time series", 20},
+        {"exchanges", 30},
+        {"boundary conditions", 40},
+        {"loads", 50},
+        {"environmental time functions", 60},
+        {"segment parameters", 70},
+        {"kinetic constants", 80},
+        {"initial conditions", 85},
+    }},
+    .send_completion_note = send_current_completion_note,
+};
+
+/// The one instance of the module's state.
+constinit ImportModule import_module{IMPORT_EXPORT};
+
+} // namespace
+
+void run_import_of_file() noexcept { run_import(import_module, legacy_family, current_family); }
+
+void run_legacy_section(std::int32_t number) noexcept {
+    run_exported_section(import_module, legacy_family, number);
+}
+
+void run_current_section(std::int32_t number) noexcept {
+    run_exported_section(import_module, current_family, number);
+}
+
+void show(void (*send_page)()) noexcept {
+    const FloatingPointScope floating_point;
+    try {
+        send_page();
+    } catch (...) {
+        // A host that throws has seen what it has seen.
+        return;
+    }
+}
+
+} // namespace kova_import

@@ -1,0 +1,13 @@
+#pragma once
+
+// The sections of the legacy format, version 7: each reads its section whole and, if that worked,
+// sends it.
+
+#include "control/import_module.h"
+
+namespace kova_import::legacy {
+
+void modelparam(ImportModule &module);
+void segments(ImportModule &module);
+
+} // namespace kova_import::legacy

@@ -1,0 +1,81 @@
+#include "control/sections/segments.h"
+
+#include "control/console.h"
+#include "legacy/sections.h"
+
+namespace kova_import::legacy {
+
+namespace {
+
+constexpr auto segment_commands =
+    segment_name_commands + segment_identity_commands + segment_geometry_commands;
+
+/// The name of segment `number` as the host gets it, with its number before it if names are
+/// indexed. Segments whose number has no digits get a name of NULs then.
+FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool indexed) {
+    const FixedText<40> terminated = with_nul(name);
+    if (!indexed)
+        return with_nul(terminated);
+    FixedText<40> result;
+    FixedText<4> digits;
+    if (const auto text = name_digits(number, digits)) {
+        result.assign({"Seg-", *text, "-", terminated.view()});
+        return with_nul(result);
+    }
+    result.fill('\0');
+    return result;
+}
+
+void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
+    RecordReader &reader = module.reader;
+    std::int32_t segment_number = 0; // the order of the records counts, not what they say
+    FixedText<40> name;
+    name.fill('\0');
+    reader.list("segment name", field("segment number", segment_number), field("name", name));
+    if (!reader.ok())
+        return;
+    console::write_line("Reading Segment: ", number, " Name: ", content_of(name.view()));
+    Segment segment;
+    segment.name = host_name(name, number, module.shared.index_segment_names != 0);
+    table.segments.push_back(segment);
+}
+
+void read_segments(ImportModule &module, SegmentTable &table) {
+    RecordReader &reader = module.reader;
+    read_segment_settings(module, table);
+    reader.for_each_record(table.segment_count,
+                           [&](std::int32_t i) { read_name(module, i, table); });
+    FixedText<40> caption;
+    reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
+    reader.for_each_record(table.segment_count, [&](std::int32_t i) {
+        Segment &segment = table.segments[static_cast<std::size_t>(i - 1)];
+        std::int32_t segment_number = 0;
+        reader.list("segment geometry",
+                    std::tuple_cat(std::tuple{field("segment number", segment_number)},
+                                   fields_of(segment, segment_identity),
+                                   fields_of(segment, segment_geometry)));
+    });
+}
+
+void send_segments(const SegmentTable &table) {
+    send<"PNUMSEG">(table.segment_count);
+    console::write_line("Setting Number of Segments to: ", table.segment_count);
+    send_segment_settings(table);
+    std::int32_t number = 0;
+    for (const Segment &segment : table.segments) {
+        console::write_line("Setting Segment Name: ", content_of(segment.name.view()));
+        segment_commands.send_row(++number, segment);
+    }
+    send<"PSEGMENTSREFRESH">();
+}
+
+} // namespace
+
+void segments(ImportModule &module) {
+    SegmentTable table;
+    read_segments(module, table);
+    if (module.reader.ok())
+        send_segments(table);
+}
+
+} // namespace kova_import::legacy
