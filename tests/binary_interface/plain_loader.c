@@ -1,0 +1,81 @@
+/* Loads the utility as a host does, by name at run time, and imports: plain_loader LIBRARY [TIMES].
+ *
+ * It exports functions under the utility's own names. If the utility's inner calls were bound to
+ * these, an import would end here. It changes the state of the process that programs like to
+ * change, and sees whether the import does. */
+#define _POSIX_C_SOURCE 200809L
+#include "import_export.h"
+
+#include <dlfcn.h>
+#include <fenv.h>
+#include <locale.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <unistd.h>
+
+#define TRAP(name)                                                                                 \
+    __attribute__((visibility("default"))) void name(void) {                                       \
+        fputs("captured: " #name "\n", stderr);                                                    \
+        abort();                                                                                   \
+    }
+
+TRAP(intro)
+TRAP(version)
+TRAP(modelparam)
+TRAP(segments)
+TRAP(flows)
+TRAP(loads)
+TRAP(modelparam_v2)
+TRAP(segments_v2)
+
+static void count_notice(void *context, const import_export_notice *notice) {
+    if (notice->size >= sizeof *notice)
+        ++*(int *)context;
+}
+
+int main(int argument_count, char **arguments) {
+    if (argument_count < 2)
+        return 2;
+    const int times = argument_count > 2 ? atoi(arguments[2]) : 1;
+    for (int i = 0; i < times; ++i) {
+        void *library = dlopen(arguments[1], RTLD_NOW | RTLD_GLOBAL);
+        if (library == NULL) {
+            fprintf(stderr, "%s\n", dlerror());
+            return 3;
+        }
+        void (*import)(void) = NULL;
+        *(void **)&import = dlsym(library, "importexport");
+        import_export_data *data = dlsym(library, "IMPORT_EXPORT");
+        if (import == NULL || data == NULL || data->layout != IMPORT_EXPORT_LAYOUT)
+            return 4;
+        if (data->report_tables != 0 || data->notice != NULL || data->index_segment_names != 1)
+            return 5;
+
+        int notices = 0;
+        data->notice = count_notice;
+        data->notice_context = &notices;
+        char before[4096];
+        char after[4096];
+        if (getcwd(before, sizeof before) == NULL)
+            return 6;
+        setlocale(LC_ALL, "");
+        char *locale = strdup(setlocale(LC_ALL, NULL));
+        fesetround(FE_DOWNWARD);
+        import();
+        import();
+        if (fegetround() != FE_DOWNWARD)
+            return 7;
+        fesetround(FE_TONEAREST);
+        if (strcmp(setlocale(LC_ALL, NULL), locale) != 0)
+            return 8;
+        free(locale);
+        if (getcwd(after, sizeof after) == NULL || strcmp(before, after) != 0)
+            return 9;
+        if (notices == 0 || data->notice != count_notice)
+            return 10;
+        if (dlclose(library) != 0)
+            return 11;
+    }
+    return 0;
+}

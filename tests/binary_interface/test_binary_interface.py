@@ -1,0 +1,174 @@
+"""The library as a host sees it: what it exports, how it finds its host, and what it does to the host's process."""
+
+import os
+import re
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+LIBRARY = Path(os.environ["KOVA_LIBRARY"])
+REFERENCE_HOST = Path(os.environ["KOVA_REFERENCE_HOST"])
+PLAIN_HOST_FOLDER = Path(os.environ["KOVA_PLAIN_HOST_FOLDER"])
+LOADER = Path(os.environ["KOVA_PLAIN_LOADER"])
+FAILING_OPEN = Path(os.environ["KOVA_FAILING_OPEN"])
+SANITIZED = os.environ.get("KOVA_SANITIZED") == "1"
+
+LEGACY = """   11      2
+1 2 2003 4 5 6
+7 8 2009 10 11 12
+365.1
+1
+5
+1
+2
+3
+4
+9
+0.1
+0.125 0.5
+1
+0 0.25
+0
+0
+0
+1
+1
+0.25
+2 0.5
+Names
+1 'Upper Pool'
+Geometry
+1 2 3 0.1 11 12 13 14 15 16 17 18 19
+"""
+
+# What the plain host prints for the sections, overwriting every argument on the way.
+LEGACY_LINES = """\
+PMODELTYPE 11 11
+PSEEDTIME 10 4 5 6
+PSEEDDATE 10 1 2 2003
+PHYDSKIPDATE 13 7 8 2009
+PHYDSKIPTIME 13 10 11 12
+PENDJULIAN 11 365.100006
+PNUMSYS 8 1
+PSYSNAME 9 1 31:Ammonia%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%00 6:NH-34%00
+PSYSTEMSREFRESH 16
+PSOLUTIONTYPE 14 1
+PNEGSLN 8 2
+PICRD 6 3
+PINTYP 7 4
+PFRACMAXTS 11 0.100000001
+PMAXDT 7 0.5
+PMINDT 7 0.125
+PMODELOUTPUTINTERVAL 21 0.25
+PNUMSEG 8 1
+PBEDOPT 8 1
+PBEDDT 7 0.25
+PSCALV 7 2
+PCONVV 7 0.5
+PSEGNAME 9 1 40:Upper%20Pool%00%00%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20
+PBOTSEG 8 1 2
+PSEGTYPE 9 1 3
+PVOLUME 8 1 0.100000001
+PVMULT 7 1 11
+PVEXP 6 1 12
+PDMULT 7 1 13
+PDEXP 6 1 14
+PSEGSLOPE 10 1 16
+PSEGLENGTH 11 1 15
+PSEGWIDTH 10 1 17
+PSEGROUGH 10 1 18
+PSEGMINDEPTH 13 1 19
+PSEGMENTSREFRESH 17
+""".splitlines()
+
+
+def exported_names(library):
+    listing = subprocess.run(["nm", "-D", "--defined-only", library], check=True, capture_output=True, text=True)
+    return sorted(line.split()[-1] for line in listing.stdout.splitlines())
+
+
+def dynamic_section(library):
+    return subprocess.run(["readelf", "-d", library], check=True, capture_output=True, text=True).stdout
+
+
+class Exports(unittest.TestCase):
+    def test_the_library_exports_its_interface_and_nothing_else(self):
+        self.assertEqual(exported_names(LIBRARY), [
+            "IMPORT_EXPORT", "importexport", "intro", "modelparam", "modelparam_v2", "segments", "segments_v2",
+            "version"])
+
+    def test_the_host_is_found_by_its_name_and_the_search_path_of_the_user_comes_first(self):
+        section = dynamic_section(LIBRARY)
+        self.assertRegex(section, r"NEEDED.*\[libprekovawdll\.so\]")
+        self.assertNotRegex(section, r"\(RPATH\)")
+        self.assertRegex(dynamic_section(REFERENCE_HOST), r"SONAME.*\[libprekovawdll\.so\]")
+
+    def test_the_host_supplies_six_names(self):
+        listing = subprocess.run(["nm", "-D", "--undefined-only", LIBRARY], check=True, capture_output=True, text=True)
+        wanted = sorted(name for name in re.findall(r"\b(host_call_\w+)", listing.stdout))
+        self.assertEqual(wanted, [f"host_call_{n}" for n in range(6)])
+
+
+class PlainHost(unittest.TestCase):
+    def run_loader(self, text, times=1, environment=None):
+        with tempfile.TemporaryDirectory() as folder:
+            model = Path(folder) / "model"
+            log = Path(folder) / "log"
+            if text is not None:
+                model.write_text(text)
+            run = subprocess.run(
+                [LOADER, LIBRARY, str(times)], capture_output=True, text=True, cwd=folder,
+                env=dict(os.environ, LD_LIBRARY_PATH=str(PLAIN_HOST_FOLDER), PLAIN_HOST_LOG=str(log),
+                         PLAIN_HOST_FILE=str(model),
+                         **{name: value.format(model=model) for name, value in (environment or {}).items()}))
+            self.assertEqual(run.returncode, 0, run.stderr)
+            return log.read_text().splitlines(), run.stdout
+
+    def test_any_host_with_the_six_names_can_be_put_in_its_place(self):
+        log, console = self.run_loader(LEGACY)
+        half = len(log) // 2
+        self.assertEqual(log[:half], log[half:], "two imports in one process")
+        model = [line for line in log[:half]
+                 if not line.startswith(("PDIALOG", "GFILENAME", "GSPRINTF", "PINFOHTML", "PPROGRESS", "PFILENAME",
+                                         "PCLEARINFO"))]
+        self.assertEqual(model, LEGACY_LINES)
+        self.assertEqual(console.splitlines().count("Setting Number of Segments to: 1"), 2)
+
+    def test_lengths_travel_for_texts_only(self):
+        log, _ = self.run_loader(LEGACY)
+        self.assertIn("PCLEARINFO 11", log)
+        # five lengths, the keyword's among them, and none for the answer; the plain host stops at any further one
+        self.assertEqual(log[0], "PDIALOG 8 20:Set%20Verbose%20Option:%00 11:Yes%20or%20No?%00 4:Yes%00 3:No%00 -1")
+        self.assertIn("GFILENAME 10 512", log)
+        name = next(line for line in log if line.startswith("PFILENAME"))
+        self.assertRegex(name, r"^PFILENAME 10 513:\S+%00$")
+
+    def test_the_library_can_be_unloaded_and_loaded_again(self):
+        log, _ = self.run_loader(LEGACY, times=20)
+        part = len(log) // 20
+        for i in range(20):
+            self.assertEqual(log[:part], log[i * part:(i + 1) * part])
+
+    def test_the_locale_does_not_matter(self):
+        expected, _ = self.run_loader(LEGACY)
+        for locale in ("de_DE.UTF-8", "C.UTF-8", "tr_TR.UTF-8"):
+            log, _ = self.run_loader(LEGACY, environment={"LC_ALL": locale})
+            self.assertEqual([line for line in log if "FILENAME" not in line],
+                             [line for line in expected if "FILENAME" not in line])
+
+    @unittest.skipIf(SANITIZED, "the sanitizers' runtime wants to be loaded first")
+    def test_a_second_open_that_fails_is_reported_like_the_first(self):
+        log, _ = self.run_loader(LEGACY, environment={"LD_PRELOAD": str(FAILING_OPEN), "FAILING_OPEN": "{model}"})
+        first_import = log[:8]
+        self.assertEqual([line.split()[0] for line in first_import],
+                         ["PDIALOG"] * 3 + ["GFILENAME"] + ["PINFOHTML"] * 4)
+        self.assertIn("File%20Can%20Not%20be%20Opened", first_import[5])
+
+    def test_a_file_that_is_missing_is_reported(self):
+        log, _ = self.run_loader(None)
+        self.assertEqual(len(log), 16)
+
+
+if __name__ == "__main__":
+    unittest.main()

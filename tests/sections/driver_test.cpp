@@ -1,0 +1,390 @@
+#include "tests/support/import_run.h"
+#include "tests/support/model_text.h"
+#include "tests/support/temporary_file.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfenv>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kova_test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines tail(const Lines &lines, std::size_t count) {
+    return {lines.end() - static_cast<std::ptrdiff_t>(std::min(count, lines.size())), lines.end()};
+}
+
+Lines head(const Lines &lines, std::size_t count) {
+    return {lines.begin(),
+            lines.begin() + static_cast<std::ptrdiff_t>(std::min(count, lines.size()))};
+}
+
+/// A literal as the log shows it: its length counts the NUL.
+std::string literal(std::string_view text) {
+    std::string escaped;
+    for (const char character : text)
+        escaped += (character == '"' ? "\\" : "") + std::string(1, character);
+    return "text[" + std::to_string(text.size() + 1) + "] \"" + escaped + "\\0\"";
+}
+
+std::string fragment(std::string_view text) { return "1 PINFOHTML[10] " + literal(text); }
+
+std::string question(std::string_view title, std::string_view text, std::string_view first,
+                     std::string_view second, const std::string &answer) {
+    return "5 PDIALOG[8] " + literal(title) + ", " + literal(text) + ", " + literal(first) + ", " +
+           literal(second) + ", int -1 -> " + answer;
+}
+
+const std::string blue_line = fragment("<li><span style=\"font-weight: bold; color: blue;\">");
+
+const Lines all_percentages = {"int 0",  "int 5",  "int 10", "int 20", "int 30", "int 40",
+                               "int 50", "int 60", "int 70", "int 80", "int 85", "int 100"};
+
+TEST(Driver, AsksItsQuestionsInOrder) {
+    const ImportRun run = import_text(text_of(legacy_records()));
+    EXPECT_EQ(head(run.log, 4),
+              (Lines{
+                  question("Set Verbose Option:", "Yes or No?", "Yes", "No", "1"),
+                  question("Import Options", "Import Network/Transport or All ?", "Transport Only",
+                           "All", "1"),
+                  question("Index Segment Names", "Add Index to Segment Name to Insure Unique Name",
+                           "Yes", "No", "0"),
+                  "1 GFILENAME[10] text[512] -> \"model.inp\" 503*\" \"",
+              }));
+    EXPECT_TRUE(run.violations.empty());
+}
+
+TEST(Driver, ClearsThePaneShowsTheVersionPageAndStartsTheProgress) {
+    const ImportRun run = import_text(text_of(legacy_records()));
+    EXPECT_EQ(run.log.at(4), "0 PCLEARINFO[11]");
+    EXPECT_EQ(run.log.at(5), fragment("<center><body><table style=\"text-align: left; width: "
+                                      "332px; height: 284px;\""));
+    // the page has 19 parts, of which six are two fragments
+    EXPECT_EQ(run.log.at(29), fragment("</td></tr></tbody></table><br></body></Center>"));
+    EXPECT_EQ(run.log.at(30), "1 PPROGRESS[10] int 0");
+}
+
+TEST(Driver, SendsEveryPercentageWhetherOrNotASectionRuns) {
+    EXPECT_EQ(import_text(text_of(legacy_records())).arguments_of("PPROGRESS"), all_percentages);
+    // the first section fails: everything else is skipped, and everything around it still comes
+    const ImportRun run =
+        import_text(text_of(with(legacy_records(), "simulation length", "unknown")));
+    EXPECT_EQ(run.arguments_of("PPROGRESS"), all_percentages);
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+    EXPECT_EQ(run.keywords(),
+              (Lines{"PDIALOG", "PDIALOG", "PDIALOG", "GFILENAME", "PCLEARINFO", "PPROGRESS",
+                     "PPROGRESS", "PPROGRESS", "PPROGRESS", "PPROGRESS", "PPROGRESS", "PPROGRESS",
+                     "PPROGRESS", "PPROGRESS", "PPROGRESS", "PPROGRESS", "PPROGRESS", "PDIALOG"}));
+    EXPECT_EQ(run.log.back(), fragment("KOVA7 Files</big></body>"));
+}
+
+TEST(Driver, EndsALegacyImportWithItsNote) {
+    EXPECT_EQ(
+        tail(import_text(text_of(legacy_records())).log, 13),
+        (Lines{
+            question("Continue", "Click Okay to Continue", "Okay", "No", "0"),
+            fragment("<body><big style=\"font-weight: bold; color: Black;\">Import Utility "),
+            fragment("has completed. User should do a visible inspection between data in the "
+                     "KOVA7 "),
+            fragment("interface &amp; KOVA8 Interface.  Because of drastic changes in the data "),
+            fragment("structures, data may not be imported. If you did multiple BOD and "),
+            fragment("Phytoplankton groups in KOVA7, you will need to check the \"Use\" Box for "),
+            fragment("all constants, whether they were used in KOVA7.  "),
+            fragment("If you simulated Benthic Algae in KOVA you will need to parameterize in "),
+            fragment("KOVA8 without the aid of the import "),
+            fragment("utility. So much has changed that it is virtually impossible "),
+            fragment("to import correctly.  "),
+            fragment("See https://kova.example under FAQ for more information about importing "),
+            fragment("KOVA7 Files</big></body>"),
+        }));
+}
+
+TEST(Driver, EndsACurrentImportWithItsNote) {
+    EXPECT_EQ(
+        tail(import_text(text_of(current_records())).log, 6),
+        (Lines{
+            fragment("<body><big style=\"font-weight: bold; color: Black;\">Import Utility "),
+            fragment("has completed. Your import file was from a KOVA8 input file.  You will "
+                     "need to"),
+            fragment(" re-select your output variables and review segment parameter screen due "
+                     "to "),
+            fragment("changes and bug fixes in the interface."),
+            fragment("  See https://kova.example under FAQ for more information about "
+                     "importing "),
+            fragment("Files</big></body>"),
+        }));
+}
+
+TEST(Driver, ChoosesTheFamilyByTheFileVersion) {
+    struct Case {
+        const char *header;
+        bool is_current;
+    };
+    for (const Case &each : std::vector<Case>{{"    7      3", true},
+                                              {"   11     99", true},
+                                              {"    7      2", false},
+                                              {"    7      0", false},
+                                              {"    7     -1", false},
+                                              {"    7", false},
+                                              {"", false}}) {
+        const ImportRun run = import_text(std::string(each.header) + "\n");
+        EXPECT_EQ(run.log.back().find("KOVA7 Files") == std::string::npos, each.is_current)
+            << each.header;
+    }
+}
+
+TEST(Driver, NamesTheModelFileUpToTheFirstFullStop) {
+    // Bring the name into a known state: nothing behind position 4 but what this import leaves.
+    const auto file_name_of = [](const ImportSettings &settings) {
+        return import_text(text_of(legacy_records()), settings).arguments_of("PFILENAME");
+    };
+    ImportSettings settings;
+    settings.path = "./././././model.inp";
+    EXPECT_TRUE(file_name_of(settings).at(0).starts_with("text[513] \".KIF"));
+    settings.path = "model.inp";
+    const std::string first = file_name_of(settings).at(0);
+    EXPECT_TRUE(first.starts_with("text[513] \"model.KIF")) << first;
+    // A full stop in a folder's name counts, and what stood behind the extension stays.
+    settings.path = "./model.inp";
+    const std::string second = file_name_of(settings).at(0);
+    EXPECT_TRUE(second.starts_with("text[513] \".KIFl.KIF")) << second;
+}
+
+TEST(Driver, AFileNameWithoutAFullStopIsTheModelFileName) {
+    ImportSettings settings;
+    settings.path = "model";
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "GFILENAME")
+            std::filesystem::rename("model.inp", "model");
+    };
+    const ImportRun run = import_text(text_of(legacy_records()), settings);
+    EXPECT_EQ(run.arguments_of("PFILENAME").size(), 1U);
+    EXPECT_TRUE(run.arguments_of("PFILENAME")
+                    .at(0)
+                    .starts_with("text[513] \"model\\0\" "
+                                 "505*\" \" \""))
+        << run.arguments_of("PFILENAME").at(0);
+}
+
+TEST(Driver, ReportsAFileThatCannotBeOpenedInFourFragments) {
+    ImportSettings settings;
+    settings.path = "missing.inp";
+    const ImportRun run = import_text("", settings);
+    EXPECT_EQ(Lines(run.log.begin() + 4, run.log.end()),
+              (Lines{
+                  blue_line,
+                  fragment("File Can Not be Opened</span></li>"),
+                  blue_line,
+                  "1 PINFOHTML[10] text[132] \"File: missing.inp\\0\" 114*\" \"",
+              }));
+    ASSERT_EQ(run.notices.size(), 1U);
+    EXPECT_EQ(run.notices[0].kind, IMPORT_EXPORT_OPEN_FAILED);
+    EXPECT_EQ(run.notices[0].path, "missing.inp");
+    EXPECT_EQ(run.notices[0].reason, "there is no such file");
+    EXPECT_TRUE(run.console.empty());
+}
+
+TEST(Driver, CutsTheOpenFailureAt132Characters) {
+    ImportSettings settings;
+    settings.path = std::string(130, 'p');
+    const ImportRun run = import_text("", settings);
+    EXPECT_EQ(run.log.back(), "1 PINFOHTML[10] text[132] \"File: " + std::string(126, 'p') + "\"");
+}
+
+TEST(Driver, OpensAPathOf512CharactersWhole) {
+    std::string folders;
+    while (folders.size() < 502)
+        folders += "./";
+    ImportSettings settings;
+    settings.path = folders + "/model.inp";
+    ASSERT_EQ(settings.path.size(), 512U);
+    const ImportRun run = import_text(text_of(legacy_records()), settings);
+    EXPECT_EQ(run.arguments_of("PNUMSEG"), Lines{"int 2"});
+}
+
+TEST(Driver, ReportsAHeaderThatCannotBeReadLikeAFileThatCannotBeOpened) {
+    for (const std::string &text : std::vector<std::string>{
+             "", "eutro\n", "   11     x3\n", "9999x\n", std::string("\xFF\xFE 1\0 1\0", 8)}) {
+        const ImportRun run = import_text(text);
+        EXPECT_EQ(run.log.size(), 8U) << text;
+        EXPECT_EQ(run.log.back(), "1 PINFOHTML[10] text[132] \"File: model.inp\\0\" 116*\" \"");
+        ASSERT_EQ(run.notices.size(), 1U);
+        EXPECT_EQ(run.notices[0].kind, IMPORT_EXPORT_READ_FAILED);
+        EXPECT_EQ(run.notices[0].line, 1);
+        EXPECT_TRUE(run.console.empty());
+    }
+}
+
+TEST(Driver, SaysThatAFileIsInUtf16) {
+    const ImportRun run = import_text(std::string("\xFF\xFE \0 \0 \0001\0", 10));
+    ASSERT_EQ(run.notices.size(), 1U);
+    EXPECT_EQ(run.notices[0].reason, "The file is written in UTF-16, not as plain text.");
+    EXPECT_EQ(run.notices[0].advice, "Save it as plain text or UTF-8.");
+}
+
+TEST(Driver, TakesOnlyTheAnswersThatTheButtonsGive) {
+    struct Case {
+        kova_host::DialogAnswer scope;
+        kova_host::DialogAnswer names;
+        std::int32_t transport_only;
+        std::int32_t index_segment_names;
+    };
+    for (const Case &each : std::vector<Case>{{0, 0, 1, 1},
+                                              {1, 1, 0, 0},
+                                              {7, 7, 0, 1},
+                                              {-1, -1, 0, 1},
+                                              {std::nullopt, std::nullopt, 0, 1}}) {
+        const TemporaryFolder folder;
+        kova_host::ReferenceHost host;
+        host.answer_dialogs(
+            kova_host::DialogScript{{std::nullopt, each.scope, each.names, std::nullopt}});
+        host.set_import_file((folder.path() / "missing").string());
+        const kova_host::Connection connection = host.connect();
+        importexport();
+        EXPECT_EQ(IMPORT_EXPORT.transport_only, each.transport_only);
+        EXPECT_EQ(IMPORT_EXPORT.index_segment_names, each.index_segment_names);
+    }
+}
+
+TEST(Driver, AsksForVerbosityAndDependsOnNothingOfIt) {
+    Lines logs[2];
+    for (const int answer : {0, 1}) {
+        const TemporaryFolder folder;
+        kova_host::ReferenceHost host;
+        std::string log;
+        host.answer_dialogs(kova_host::DialogScript{{answer, 1, 0, answer}});
+        host.set_import_file(folder.write("model", text_of(legacy_records())).string());
+        host.log_to([&log](std::string_view piece) { log += piece; });
+        {
+            const kova_host::Connection connection = host.connect();
+            importexport();
+        }
+        host.flush_log();
+        logs[answer] = without_stamps(lines_of(log));
+        std::erase_if(logs[answer], [](const std::string &line) {
+            return line.find("PDIALOG") != std::string::npos ||
+                   line.find("GFILENAME") != std::string::npos ||
+                   line.find("PFILENAME") != std::string::npos;
+        });
+    }
+    EXPECT_GT(logs[0].size(), 100U);
+    EXPECT_EQ(logs[0], logs[1]);
+}
+
+TEST(Driver, StartsEveryImportFromClearedState) {
+    const std::string text = text_of(legacy_records());
+    const ImportRun first = import_text(text);
+    EXPECT_EQ(IMPORT_EXPORT.state_variable_count, 2);
+    EXPECT_EQ(IMPORT_EXPORT.ammonia_present, 1);
+    static_cast<void>(import_text("broken"));
+    EXPECT_EQ(IMPORT_EXPORT.state_variable_count, 0);
+    EXPECT_EQ(IMPORT_EXPORT.ammonia_present, 0);
+    static_cast<void>(import_text(text_of(with(legacy_records(), "segment geometry", "x", 1))));
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+    const ImportRun second = import_text(text);
+    EXPECT_EQ(first.log, second.log);
+    EXPECT_EQ(first.console, second.console);
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+}
+
+TEST(Driver, SendsTheSameWithAndWithoutNotices) {
+    for (const std::string &text :
+         {text_of(legacy_records()), text_of(with(legacy_records(), "segment name", "x", 1)),
+          text_of(current_records()), std::string("no header\n")}) {
+        ImportSettings settings;
+        settings.want_notices = false;
+        const ImportRun without = import_text(text, settings);
+        EXPECT_TRUE(without.notices.empty());
+        const ImportRun with_notices = import_text(text);
+        EXPECT_FALSE(with_notices.notices.empty());
+        EXPECT_EQ(without.log, with_notices.log);
+    }
+}
+
+TEST(Driver, NamesTheSectionsThatItDoesNotImport) {
+    const ImportRun run = import_text(text_of(legacy_records()));
+    Lines names;
+    for (const Notice &notice : run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED))
+        names.push_back(std::to_string(notice.section) + " " + notice.section_name);
+    EXPECT_EQ(names,
+              (Lines{"3 flow paths", "4 flow time series", "5 exchanges", "6 boundary conditions",
+                     "7 loads", "8 environmental time functions", "9 segment parameters",
+                     "10 kinetic constants", "11 initial conditions"}));
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+}
+
+TEST(Driver, RefusesToBeCalledFromInsideAHostCommand) {
+    const std::string text = text_of(legacy_records());
+    const ImportRun undisturbed = import_text(text);
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS")
+            importexport();
+        if (command.keyword == "PSEGNAME")
+            segments();
+    };
+    const ImportRun run = import_text(text, settings);
+    EXPECT_EQ(run.log, undisturbed.log);
+    EXPECT_EQ(run.notices_of(IMPORT_EXPORT_CALL_REFUSED).size(), 12U + 2U);
+}
+
+TEST(Driver, ReadsTheDataBlockWhileAQuestionIsOpen) {
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "GFILENAME")
+            IMPORT_EXPORT.index_segment_names = 0;
+    };
+    const ImportRun run = import_text(text_of(legacy_records()), settings);
+    EXPECT_EQ(run.arguments_of("PSEGNAME").at(0), "int 1, text[40] \"Upper Pool\\0\\0\" 28*\" \"");
+}
+
+TEST(Driver, ACountThatTheHostWritesInMidSectionBreaksNothing) {
+    const ImportRun undisturbed = import_text(text_of(current_records()));
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS" || command.keyword == "GFILENAME")
+            return;
+        IMPORT_EXPORT.segment_count = 1000000;
+        IMPORT_EXPORT.system_count = -1;
+        IMPORT_EXPORT.state_variable_count = 77;
+    };
+    EXPECT_EQ(import_text(text_of(current_records()), settings).log, undisturbed.log);
+}
+
+TEST(Driver, ComputesWithItsOwnRoundingAndRestoresTheHosts) {
+    const Records records = with(legacy_records(), "simulation length", "0.1");
+    std::fesetround(FE_UPWARD);
+    const ImportRun run = import_text(text_of(records));
+    const int afterwards = std::fegetround();
+    std::fesetround(FE_TONEAREST);
+    EXPECT_EQ(afterwards, FE_UPWARD);
+    EXPECT_EQ(run.arguments_of("PENDJULIAN"), Lines{"real 0.100000001"});
+}
+
+TEST(Sections, FailOutsideAnImport) {
+    for (auto *const routine : {modelparam, segments}) {
+        IMPORT_EXPORT.import_error = 0;
+        const ImportRun run = run_routine(routine);
+        EXPECT_TRUE(run.log.empty());
+        ASSERT_EQ(run.console.size(), 1U);
+        EXPECT_EQ(run.console[0], "Error Reading Import File at Line: " +
+                                      std::to_string(IMPORT_EXPORT.line_counter));
+        EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+        EXPECT_EQ(run.notices.at(0).reason, "There is no open import file.");
+    }
+    for (auto *const routine : {modelparam_v2, segments_v2}) {
+        const ImportRun run = run_routine(routine);
+        EXPECT_EQ(run.log.size(), 3U);
+        EXPECT_TRUE(run.log.at(0).starts_with("3 GSPRINTFI[10] text[80] -> \"Error Reading Import "
+                                              "File at Line # "));
+    }
+}
+
+} // namespace
+} // namespace kova_test

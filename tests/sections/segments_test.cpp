@@ -1,0 +1,481 @@
+#include "tests/support/import_run.h"
+#include "tests/support/model_text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kova_test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const Lines segment_keywords = {"PNUMSEG", "PBEDOPT",  "PBEDDT",          "PSCALV",
+                                "PCONVV",  "PSEGNAME", "PSEGMENTSREFRESH"};
+
+Lines segment_commands(const ImportRun &run) {
+    const auto is_start = [](const std::string &line) { return line.find(" PNUMSEG[") == 1; };
+    const auto start = std::find_if(run.log.begin(), run.log.end(), is_start);
+    const auto end = std::find(start, run.log.end(), "0 PSEGMENTSREFRESH[17]");
+    return end == run.log.end() ? Lines{} : Lines{start, end + 1};
+}
+
+ImportSettings without_index() {
+    ImportSettings settings;
+    settings.index_segment_names = false;
+    return settings;
+}
+
+TEST(LegacySegments, SendsTheNetworkInOrder) {
+    const ImportRun run = import_text(text_of(legacy_records()));
+    EXPECT_TRUE(run.violations.empty());
+    EXPECT_EQ(segment_commands(run),
+              (Lines{
+                  "1 PNUMSEG[8] int 2",
+                  "1 PBEDOPT[8] int 1",
+                  "1 PBEDDT[7] real 0.25",
+                  "1 PSCALV[7] real 2",
+                  "1 PCONVV[7] real 0.5",
+                  "1 PINFOHTML[10] text[51] \"<li><span style=\\\"font-weight: bold; color: "
+                  "blue;\\\">\\0\"",
+                  "1 PINFOHTML[10] text[42] \"Importing Segment Information</span></li>\\0\"",
+                  "2 PSEGNAME[9] int 1, text[40] \"Seg-1-Upper Pool\\0\\0\" 22*\" \"",
+                  "2 PBOTSEG[8] int 1, int 2",
+                  "2 PSEGTYPE[9] int 1, int 3",
+                  "2 PVOLUME[8] int 1, real 10",
+                  "2 PVMULT[7] int 1, real 11",
+                  "2 PVEXP[6] int 1, real 12",
+                  "2 PDMULT[7] int 1, real 13",
+                  "2 PDEXP[6] int 1, real 14",
+                  "2 PSEGSLOPE[10] int 1, real 16",
+                  "2 PSEGLENGTH[11] int 1, real 15",
+                  "2 PSEGWIDTH[10] int 1, real 17",
+                  "2 PSEGROUGH[10] int 1, real 18",
+                  "2 PSEGMINDEPTH[13] int 1, real 19",
+                  "2 PSEGNAME[9] int 2, text[40] \"Seg-2-Mouth\\0\\0\" 27*\" \"",
+                  "2 PBOTSEG[8] int 2, int 0",
+                  "2 PSEGTYPE[9] int 2, int 1",
+                  "2 PVOLUME[8] int 2, real 20",
+                  "2 PVMULT[7] int 2, real 21",
+                  "2 PVEXP[6] int 2, real 22",
+                  "2 PDMULT[7] int 2, real 23",
+                  "2 PDEXP[6] int 2, real 24",
+                  "2 PSEGSLOPE[10] int 2, real 26",
+                  "2 PSEGLENGTH[11] int 2, real 25",
+                  "2 PSEGWIDTH[10] int 2, real 27",
+                  "2 PSEGROUGH[10] int 2, real 28",
+                  "2 PSEGMINDEPTH[13] int 2, real 29",
+                  "0 PSEGMENTSREFRESH[17]",
+              }));
+}
+
+TEST(LegacySegments, TellsTheConsoleWhatItReadsAndSets) {
+    EXPECT_EQ(import_text(text_of(legacy_records())).console,
+              (Lines{"Reading Segment: 1 Name: Upper Pool", "Reading Segment: 2 Name: Mouth",
+                     "Setting Number of Segments to: 2", "Setting Segment Name: Seg-1-Upper Pool",
+                     "Setting Segment Name: Seg-2-Mouth"}));
+}
+
+TEST(CurrentSegments, SendsTheNetworkInOrder) {
+    const ImportRun run = import_text(text_of(current_records()));
+    EXPECT_TRUE(run.violations.empty());
+    const Lines commands = segment_commands(run);
+    EXPECT_EQ(Lines(commands.begin(), commands.begin() + 27),
+              (Lines{
+                  "1 PNUMSEG[8] int 2",
+                  "1 PBEDOPT[8] int 1",
+                  "1 PBEDDT[7] real 0.25",
+                  "1 PSCALV[7] real 2",
+                  "1 PCONVV[7] real 0.5",
+                  "1 PINFOHTML[10] text[51] \"<li><span style=\\\"font-weight: bold; color: "
+                  "blue;\\\">\\0\"",
+                  "1 PINFOHTML[10] text[42] \"Importing Segment Information</span></li>\\0\"",
+                  "2 PSEGNAME[9] int 1, text[40] \"Seg-1-Upper-Pool\\0\\0\" 22*\" \"",
+                  "2 PBOTSEG[8] int 1, int 2",
+                  "2 PSEGTYPE[9] int 1, int 3",
+                  "2 PIQOPT[7] int 1, int 4",
+                  "2 PVOLUME[8] int 1, real 10",
+                  "2 PVMULT[7] int 1, real 11",
+                  "2 PVEXP[6] int 1, real 12",
+                  "2 PDMULT[7] int 1, real 13",
+                  "2 PDEXP[6] int 1, real 14",
+                  "2 PSEGSLOPE[10] int 1, real 16",
+                  "2 PSEGLENGTH[11] int 1, real 15",
+                  "2 PSEGWIDTH[10] int 1, real 17",
+                  "2 PSEGROUGH[10] int 1, real 18",
+                  "2 PSEGMINDEPTH[13] int 1, real 19",
+                  "2 PINITIALSURFACEELEVATION[25] int 1, real 20",
+                  "2 PBOTTOMELEVATION[17] int 1, real 21",
+                  "2 PSIDESLOPE[11] int 1, real 22",
+                  "2 PINITIALDEPTH[14] int 1, real 23",
+                  "2 PWEIRHEIGHT[12] int 1, real 24",
+                  "2 GWEIRTYPE[10] int 1, real 25",
+              }));
+    EXPECT_EQ(commands.size(), 7U + 2U * 20U + 1U);
+    EXPECT_TRUE(run.console.empty());
+}
+
+TEST(LegacySegments, NamesWithoutTheirNumberCarryTwoNuls) {
+    EXPECT_EQ(import_text(text_of(legacy_records()), without_index()).arguments_of("PSEGNAME"),
+              (Lines{"int 1, text[40] \"Upper Pool\\0\\0\" 28*\" \"",
+                     "int 2, text[40] \"Mouth\\0\\0\" 33*\" \""}));
+}
+
+TEST(CurrentSegments, NamesWithoutTheirNumberKeepTheirBlanks) {
+    EXPECT_EQ(import_text(text_of(current_records()), without_index()).arguments_of("PSEGNAME"),
+              (Lines{"int 1, text[40] \"Upper Pool\\0\\0\" 28*\" \"",
+                     "int 2, text[40] \"Mouth\\0\\0\" 33*\" \""}));
+}
+
+std::string repeated(char character, std::size_t count) { return std::string(count, character); }
+
+TEST(LegacySegments, LongNamesLoseTheirNulsAndThenTheirEnd) {
+    struct Case {
+        std::size_t length;
+        std::string plain;
+        std::string indexed;
+    };
+    const std::string x = "x";
+    for (const Case &each : std::vector<Case>{
+             {33, repeated('x', 33) + "\\0\\0     ", "Seg-1-" + repeated('x', 33) + "\\0"},
+             {34, repeated('x', 34) + "\\0\\0    ", "Seg-1-" + repeated('x', 34)},
+             {38, repeated('x', 38) + "\\0\\0", "Seg-1-" + repeated('x', 34)},
+             {39, repeated('x', 39) + "\\0", "Seg-1-" + repeated('x', 34)},
+             {40, repeated('x', 40), "Seg-1-" + repeated('x', 34)},
+             {70, repeated('x', 40), "Seg-1-" + repeated('x', 34)},
+         }) {
+        const std::string text =
+            text_of(with(legacy_records(), "segment name", "1 " + repeated('x', each.length)));
+        EXPECT_EQ(import_text(text, without_index()).arguments_of("PSEGNAME").at(0),
+                  "int 1, text[40] \"" + each.plain + "\"");
+        EXPECT_EQ(import_text(text).arguments_of("PSEGNAME").at(0),
+                  "int 1, text[40] \"" + each.indexed + "\"");
+    }
+}
+
+TEST(LegacySegments, NamesWithBlanksMustBeQuoted) {
+    const Records records = with(legacy_records(), "segment name", "1 Upper Pool");
+    EXPECT_EQ(import_text(text_of(records)).arguments_of("PSEGNAME").at(0),
+              "int 1, text[40] \"Seg-1-Upper\\0\\0\" 27*\" \"");
+}
+
+TEST(LegacySegments, NamesThatAreLeftOutAreNuls) {
+    for (const char *record : {"1 /", "1,,", "/"}) {
+        const std::string text = text_of(with(legacy_records(), "segment name", record));
+        EXPECT_EQ(import_text(text, without_index()).arguments_of("PSEGNAME").at(0),
+                  "int 1, text[40] 40*\"\\0\"");
+        const ImportRun run = import_text(text);
+        EXPECT_EQ(run.arguments_of("PSEGNAME").at(0), "int 1, text[40] \"Seg-1-\" 34*\"\\0\"");
+        EXPECT_EQ(run.console.at(0), "Reading Segment: 1 Name: ");
+    }
+}
+
+TEST(CurrentSegments, NamesThatAreLeftOutAreBlank) {
+    const std::string text = text_of(with(current_records(), "segment name", "    1"));
+    EXPECT_EQ(import_text(text, without_index()).arguments_of("PSEGNAME").at(0),
+              "int 1, text[40] \"\\0\\0\" 38*\" \"");
+    EXPECT_EQ(import_text(text).arguments_of("PSEGNAME").at(0),
+              "int 1, text[40] \"Seg-1-\\0\\0\" 32*\" \"");
+}
+
+TEST(CurrentSegments, BlanksInIndexedNamesBecomeHyphens) {
+    Records records = with(current_records(), "segment name", "    1      two  blanks inside");
+    records =
+        with(records, "segment name",
+             "    2     " + repeated('y', 20) + " " + repeated('y', 25) + "beyond column 50", 1);
+    EXPECT_EQ(
+        import_text(text_of(records)).arguments_of("PSEGNAME"),
+        (Lines{"int 1, text[40] \"Seg-1--two--blanks-inside\\0\\0\" 13*\" \"",
+               "int 2, text[40] \"Seg-2-" + repeated('y', 20) + "-" + repeated('y', 13) + "\""}));
+}
+
+Records many_segments(int count, bool current) {
+    Records records = current ? current_records() : legacy_records();
+    records = with(records, "segment count", std::to_string(count));
+    const std::size_t names = position_of(records, "segment name");
+    const std::size_t caption = position_of(records, "caption of the segment geometry");
+    records.resize(caption + 1);
+    Records result(records.begin(), records.begin() + static_cast<std::ptrdiff_t>(names));
+    for (int i = 0; i < count; ++i)
+        result.push_back({"segment name", current ? "    1     A B" : "1 'A B'"});
+    result.push_back(records[caption]);
+    for (int i = 0; i < count; ++i)
+        result.push_back({"segment geometry", current ? "" : "1 0 1 10*0.5"});
+    return result;
+}
+
+TEST(LegacySegments, IndexedNamesHaveGapsAt999And9999) {
+    const Lines names = import_text(text_of(many_segments(10000, false))).arguments_of("PSEGNAME");
+    ASSERT_EQ(names.size(), 10000U);
+    const std::map<int, std::string> expected = {
+        {1, "\"Seg-1-A B\\0\\0\" 29*\" \""},
+        {9, "\"Seg-9-A B\\0\\0\" 29*\" \""},
+        {10, "\"Seg-10-A B\\0\\0\" 28*\" \""},
+        {99, "\"Seg-99-A B\\0\\0\" 28*\" \""},
+        {100, "\"Seg-100-A B\\0\\0\" 27*\" \""},
+        {998, "\"Seg-998-A B\\0\\0\" 27*\" \""},
+        {999, "40*\"\\0\""},
+        {1000, "\"Seg-1000-A B\\0\\0\" 26*\" \""},
+        {9998, "\"Seg-9998-A B\\0\\0\" 26*\" \""},
+        {9999, "40*\"\\0\""},
+        {10000, "40*\"\\0\""},
+    };
+    for (const auto &[number, name] : expected)
+        EXPECT_EQ(names.at(static_cast<std::size_t>(number - 1)),
+                  "int " + std::to_string(number) + ", text[40] " + name);
+    const Lines plain =
+        import_text(text_of(many_segments(1000, false)), without_index()).arguments_of("PSEGNAME");
+    EXPECT_EQ(plain.at(998), "int 999, text[40] \"A B\\0\\0\" 35*\" \"");
+}
+
+TEST(CurrentSegments, IndexedNamesHaveGapsAt999And9999) {
+    const Lines names = import_text(text_of(many_segments(10000, true))).arguments_of("PSEGNAME");
+    ASSERT_EQ(names.size(), 10000U);
+    const std::map<int, std::string> expected = {
+        {9, "\"Seg-9-A-B\\0\\0\" 29*\" \""},
+        {10, "\"Seg-10-A-B\\0\\0\" 28*\" \""},
+        {100, "\"Seg-100-A-B\\0\\0\" 27*\" \""},
+        {998, "\"Seg-998-A-B\\0\\0\" 27*\" \""},
+        {999, "40*\" \""},
+        {1000, "\"Seg-1000-A-B\\0\\0\" 26*\" \""},
+        {9998, "\"Seg-9998-A-B\\0\\0\" 26*\" \""},
+        {9999, "40*\" \""},
+        {10000, "40*\" \""},
+    };
+    for (const auto &[number, name] : expected)
+        EXPECT_EQ(names.at(static_cast<std::size_t>(number - 1)),
+                  "int " + std::to_string(number) + ", text[40] " + name);
+}
+
+void expect_no_segments(Records records, const char *count) {
+    records = with(records, "segment count", count);
+    std::erase_if(records, [](const Record &record) {
+        return record.name == "segment name" || record.name == "segment geometry";
+    });
+    const ImportRun run = import_text(text_of(records));
+    const Lines commands = segment_commands(run);
+    ASSERT_EQ(commands.size(), 8U);
+    EXPECT_EQ(commands.front(), std::string("1 PNUMSEG[8] int ") + count);
+    EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 0U);
+    EXPECT_EQ(IMPORT_EXPORT.segment_count, std::stoi(count));
+}
+
+TEST(LegacySegments, NoneOrNegativeManyAreSentAsRead) {
+    expect_no_segments(legacy_records(), "0");
+    expect_no_segments(legacy_records(), "-7");
+}
+
+TEST(CurrentSegments, NoneOrNegativeManyAreSentAsRead) {
+    expect_no_segments(current_records(), "0");
+    expect_no_segments(current_records(), "-7");
+}
+
+TEST(LegacySegments, TheOrderOfTheRecordsCountsAndNotTheirNumbers) {
+    Records records = with(legacy_records(), "segment name", "2 First");
+    records = with(records, "segment name", "1 Second", 1);
+    records = with(records, "segment geometry", "99 5 5 10*1");
+    const ImportRun run = import_text(text_of(records), without_index());
+    EXPECT_EQ(run.arguments_of("PSEGNAME").at(0), "int 1, text[40] \"First\\0\\0\" 33*\" \"");
+    EXPECT_EQ(run.arguments_of("PBOTSEG").at(0), "int 1, int 5");
+}
+
+TEST(LegacySegments, AGeometryRecordMayRunOverLinesAndStillCountsOnce) {
+    Records records =
+        with(legacy_records(), "segment geometry", "1 2 3 10 11\n12 13 14 15\n\n16 17 18 19");
+    EXPECT_EQ(import_text(text_of(records)).arguments_of("PSEGMINDEPTH").at(0), "int 1, real 19");
+    records = with(records, "segment geometry", "bad", 1);
+    const ImportRun run = import_text(text_of(records));
+    const auto position = position_of(records, "segment geometry", 1);
+    EXPECT_EQ(run.console.back(),
+              "Error Reading Import File at Line: " + std::to_string(position + 2));
+    EXPECT_EQ(run.notices.at(0).line, static_cast<std::int64_t>(position + 1 + 3));
+}
+
+TEST(LegacySegments, ValuesThatARecordLeavesOutAreZero) {
+    const ImportRun run =
+        import_text(text_of(with(legacy_records(), "segment geometry", "2 0 /", 1)));
+    EXPECT_EQ(run.arguments_of("PSEGTYPE").at(1), "int 2, int 0");
+    EXPECT_EQ(run.arguments_of("PVOLUME").at(1), "int 2, real 0");
+}
+
+TEST(CurrentSegments, RealsWithoutAPointHaveFiveDecimals) {
+    Records records =
+        with(current_records(), "segment geometry",
+             geometry_line({1, 2, 3, 4}, {"12345", "12345.", "1E2", "-1", "100000", "0", "",
+                                          "1 2 3", "7", "8", "9", "10", "11", "12", "13", "14"}));
+    const ImportRun run = import_text(text_of(records));
+    EXPECT_EQ(run.arguments_of("PVOLUME").at(0), "int 1, real 0.123450004");
+    EXPECT_EQ(run.arguments_of("PVMULT").at(0), "int 1, real 12345");
+    EXPECT_EQ(run.arguments_of("PVEXP").at(0), "int 1, real 100");
+    EXPECT_EQ(run.arguments_of("PDMULT").at(0), "int 1, real -9.99999975e-06");
+    EXPECT_EQ(run.arguments_of("PDEXP").at(0), "int 1, real 1");
+    EXPECT_EQ(run.arguments_of("PSEGSLOPE").at(0), "int 1, real 0");
+    EXPECT_EQ(run.arguments_of("PSEGWIDTH").at(0), "int 1, real 0.00123000005");
+}
+
+TEST(CurrentSegments, AShortGeometryRecordIsPaddedWithBlanks) {
+    const ImportRun run =
+        import_text(text_of(with(current_records(), "segment geometry", "    1    2")));
+    EXPECT_EQ(run.arguments_of("PBOTSEG").at(0), "int 1, int 2");
+    EXPECT_EQ(run.arguments_of("PIQOPT").at(0), "int 1, int 0");
+    EXPECT_EQ(run.arguments_of("GWEIRTYPE").at(0), "int 1, real 0");
+}
+
+struct Fault {
+    const char *record;
+    std::size_t occurrence;
+    std::string text;
+    const char *field;
+    std::int64_t column;
+};
+
+void expect_fault(const Records &records, const Fault &fault) {
+    const ImportRun run =
+        import_text(text_of(with(records, fault.record, fault.text, fault.occurrence)));
+    const auto position =
+        static_cast<std::int64_t>(position_of(records, fault.record, fault.occurrence));
+    ASSERT_EQ(run.notices.size(), 1U) << fault.record;
+    const Notice &notice = run.notices[0];
+    EXPECT_EQ(notice.section_name, "segments");
+    EXPECT_EQ(notice.statement, fault.record);
+    EXPECT_EQ(notice.statement_number, position + 2) << fault.record;
+    EXPECT_EQ(notice.line, position + 1) << fault.record;
+    EXPECT_EQ(notice.column, fault.column) << fault.record << " " << fault.field;
+    EXPECT_EQ(notice.field, fault.field) << fault.record;
+    EXPECT_EQ(run.console.back(),
+              "Error Reading Import File at Line: " + std::to_string(position + 2));
+    for (const std::string &keyword : segment_keywords)
+        EXPECT_TRUE(run.arguments_of(keyword).empty()) << fault.record << " " << keyword;
+    EXPECT_EQ(run.arguments_of("PSYSTEMSREFRESH").size(), 1U);
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+}
+
+const std::vector<Fault> faults_of_both_formats = {
+    {"segment count", 0, "two", "segment count", 1},
+    {"bed-volume option", 0, " 1.0", "bed-volume option", 2},
+    {"bed time step", 0, "x", "bed time step", 1},
+    {"volume factors", 0, "x 0.5", "volume scale factor", 1},
+    {"volume factors", 0, "2 0.5.5", "volume conversion factor", 3},
+};
+
+TEST(LegacySegments, AFaultInAnyRecordSendsNothingOfTheSection) {
+    for (const Fault &fault : faults_of_both_formats)
+        expect_fault(legacy_records(), fault);
+    for (const Fault &fault : std::vector<Fault>{
+             {"segment name", 0, "one 'Upper Pool'", "segment number", 1},
+             {"segment name", 1, "2 'Mouth'x", "quoted text", 3},
+             {"segment geometry", 0, "x 2 3 10 11 12 13 14 15 16 17 18 19", "segment number", 1},
+             {"segment geometry", 0, "1 x 3 10 11 12 13 14 15 16 17 18 19", "bottom segment", 3},
+             {"segment geometry", 0, "1 2 x 10 11 12 13 14 15 16 17 18 19", "segment type", 5},
+             {"segment geometry", 0, "1 2 3 x 11 12 13 14 15 16 17 18 19", "volume", 7},
+             {"segment geometry", 0, "1 2 3 1 x 12 13 14 15 16 17 18 19", "velocity multiplier", 9},
+             {"segment geometry", 0, "1 2 3 1 1 x 13 14 15 16 17 18 19", "velocity exponent", 11},
+             {"segment geometry", 0, "1 2 3 1 1 1 x 14 15 16 17 18 19", "depth multiplier", 13},
+             {"segment geometry", 0, "1 2 3 1 1 1 1 x 15 16 17 18 19", "depth exponent", 15},
+             {"segment geometry", 0, "1 2 3 1 1 1 1 1 x 16 17 18 19", "length", 17},
+             {"segment geometry", 0, "1 2 3 1 1 1 1 1 1 x 17 18 19", "slope", 19},
+             {"segment geometry", 0, "1 2 3 1 1 1 1 1 1 1 x 18 19", "width", 21},
+             {"segment geometry", 0, "1 2 3 1 1 1 1 1 1 1 1 x 19", "roughness", 23},
+             {"segment geometry", 1, "1 2 3 1 1 1 1 1 1 1 1 1 x", "minimum depth", 25},
+         })
+        expect_fault(legacy_records(), fault);
+}
+
+TEST(CurrentSegments, AFaultInAnyRecordSendsNothingOfTheSection) {
+    for (const Fault &fault : faults_of_both_formats)
+        expect_fault(current_records(), fault);
+    expect_fault(current_records(),
+                 {"segment name", 0, "  x 1     Upper Pool", "segment number", 3});
+    const std::vector<const char *> fields = {"segment number",
+                                              "bottom segment",
+                                              "segment type",
+                                              "hydraulic option",
+                                              "volume",
+                                              "velocity multiplier",
+                                              "velocity exponent",
+                                              "depth multiplier",
+                                              "depth exponent",
+                                              "length",
+                                              "slope",
+                                              "width",
+                                              "roughness",
+                                              "minimum depth",
+                                              "initial surface elevation",
+                                              "bottom elevation",
+                                              "side slope",
+                                              "initial depth",
+                                              "weir height",
+                                              "weir type"};
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        std::string line = geometry_line({1, 2, 3, 4}, Lines(16, "1.0"));
+        const std::size_t last_column = i < 4 ? 5 * (i + 1) : 20 + 15 * (i - 3);
+        line[last_column - 1] = 'x';
+        // the mark stands under the first character of what the field holds
+        const std::size_t start = i < 4 ? last_column : last_column - 2;
+        expect_fault(current_records(),
+                     {"segment geometry", 1, line, fields[i], static_cast<std::int64_t>(start)});
+    }
+}
+
+TEST(Segments, TheEndOfTheFileBeforeTheUnguardedCaptionIsFoundByTheNextRecord) {
+    for (const bool current : {false, true}) {
+        Records records = current ? current_records() : legacy_records();
+        const std::size_t caption = position_of(records, "caption of the segment geometry");
+        records.resize(caption);
+        const ImportRun run = import_text(text_of(records));
+        ASSERT_EQ(run.notices.size(), 1U);
+        EXPECT_EQ(run.notices[0].statement, "segment geometry");
+        // both statements have counted
+        EXPECT_EQ(run.console.back(),
+                  "Error Reading Import File at Line: " + std::to_string(caption + 3));
+    }
+}
+
+TEST(Segments, WithoutSegmentsTheFileMayEndBeforeTheUnguardedCaption) {
+    for (const bool current : {false, true}) {
+        Records records =
+            with(current ? current_records() : legacy_records(), "segment count", "0");
+        records.resize(position_of(records, "segment name"));
+        const ImportRun run = import_text(text_of(records));
+        EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 0U);
+        EXPECT_EQ(segment_commands(run).size(), 8U);
+    }
+}
+
+TEST(Segments, TheEndOfTheFileInAnyRecordSendsNothingOfTheSection) {
+    for (const bool current : {false, true}) {
+        const Records records = current ? current_records() : legacy_records();
+        for (std::size_t i = position_of(records, "segment count"); i < records.size(); ++i) {
+            if (records[i].name == "caption of the segment geometry")
+                continue;
+            const ImportRun run = import_text(
+                text_of({records.begin(), records.begin() + static_cast<std::ptrdiff_t>(i)}));
+            ASSERT_EQ(run.notices.size(), 1U);
+            EXPECT_EQ(run.notices[0].statement, records[i].name);
+            EXPECT_TRUE(run.arguments_of("PNUMSEG").empty());
+        }
+    }
+}
+
+TEST(Segments, AHugeCountEndsWithTheFile) {
+    for (const bool current : {false, true}) {
+        const ImportRun run = import_text(text_of(
+            with(current ? current_records() : legacy_records(), "segment count", "2000000000")));
+        EXPECT_TRUE(run.arguments_of("PNUMSEG").empty());
+        EXPECT_EQ(run.notices.at(0).kind, IMPORT_EXPORT_READ_FAILED);
+    }
+}
+
+TEST(Segments, IgnoreTheOptionForTransportOnly) {
+    ImportSettings settings;
+    settings.transport_only = true;
+    for (const std::string &text : {text_of(legacy_records()), text_of(current_records())})
+        EXPECT_EQ(segment_commands(import_text(text, settings)),
+                  segment_commands(import_text(text)));
+}
+
+} // namespace
+} // namespace kova_test

@@ -1,0 +1,183 @@
+#include "tests/support/import_run.h"
+
+#include "tests/support/temporary_file.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace kova_test {
+
+namespace {
+
+/// Sends the process's standard output to a file while it lives.
+class ConsoleCapture {
+  public:
+    explicit ConsoleCapture(const std::filesystem::path &target) : target_(target) {
+        std::fflush(stdout);
+        saved_ = dup(STDOUT_FILENO);
+        std::FILE *file = std::fopen(target.c_str(), "wb");
+        if (file == nullptr || saved_ < 0)
+            throw std::runtime_error("cannot capture the console");
+        dup2(fileno(file), STDOUT_FILENO);
+        std::fclose(file);
+    }
+    ConsoleCapture(const ConsoleCapture &) = delete;
+    ConsoleCapture &operator=(const ConsoleCapture &) = delete;
+    ~ConsoleCapture() { restore(); }
+
+    std::string finish() {
+        restore();
+        return read_file(target_);
+    }
+
+  private:
+    void restore() {
+        if (saved_ < 0)
+            return;
+        std::fflush(stdout);
+        dup2(saved_, STDOUT_FILENO);
+        close(saved_);
+        saved_ = -1;
+    }
+
+    std::filesystem::path target_;
+    int saved_ = -1;
+};
+
+/// Goes into a folder and back.
+class FolderVisit {
+  public:
+    explicit FolderVisit(const std::filesystem::path &folder)
+        : before_(std::filesystem::current_path()) {
+        std::filesystem::current_path(folder);
+    }
+    FolderVisit(const FolderVisit &) = delete;
+    FolderVisit &operator=(const FolderVisit &) = delete;
+    ~FolderVisit() { std::filesystem::current_path(before_); }
+
+  private:
+    std::filesystem::path before_;
+};
+
+void collect(void *context, const import_export_notice *notice) {
+    static_cast<std::vector<Notice> *>(context)->emplace_back(*notice);
+}
+
+bool starts_with_keyword(std::string_view line, std::string_view keyword) {
+    return line.size() > 2 && line.substr(2).starts_with(keyword) &&
+           line.substr(2 + keyword.size()).starts_with("[");
+}
+
+ImportRun run_with_host(const std::function<void()> &routine, const ImportSettings &settings,
+                        const std::filesystem::path &console_file) {
+    kova_host::DialogSettings answers;
+    answers.scope = settings.transport_only ? kova_host::first_button : kova_host::second_button;
+    answers.index_segment_names =
+        settings.index_segment_names ? kova_host::first_button : kova_host::second_button;
+    std::string log;
+    kova_host::ReferenceHost host;
+    host.answer_dialogs(answers);
+    host.set_import_file(settings.path);
+    host.log_to([&log](std::string_view piece) { log += piece; });
+    if (settings.before)
+        host.observe_before(settings.before);
+
+    ImportRun run;
+    IMPORT_EXPORT.notice = settings.want_notices ? collect : nullptr;
+    IMPORT_EXPORT.notice_context = &run.notices;
+    ConsoleCapture console(console_file);
+    {
+        const kova_host::Connection connection = host.connect();
+        routine();
+    }
+    run.console = lines_of(console.finish());
+    IMPORT_EXPORT.notice = nullptr;
+    IMPORT_EXPORT.notice_context = nullptr;
+    host.flush_log();
+    run.log = without_stamps(lines_of(log));
+    for (const kova_host::Violation &violation : host.violations())
+        run.violations.push_back(violation.keyword + ": " + violation.sentence);
+    return run;
+}
+
+} // namespace
+
+Notice::Notice(const import_export_notice &notice)
+    : kind(notice.kind), section(notice.section), section_name(notice.section_name),
+      statement(notice.statement), statement_number(notice.statement_number), line(notice.line),
+      column(notice.column), width(notice.width), field(notice.field), expected(notice.expected),
+      found(notice.found, notice.found_length), reason(notice.reason), advice(notice.advice),
+      line_text(notice.line_text, notice.line_text_length),
+      line_text_column(notice.line_text_column), number(notice.number), path(notice.path) {
+    if (notice.size != sizeof notice)
+        throw std::runtime_error("the notice has another size than its struct");
+}
+
+std::vector<std::string> ImportRun::arguments_of(std::string_view keyword) const {
+    std::vector<std::string> found;
+    for (const std::string &line : log) {
+        if (!starts_with_keyword(line, keyword))
+            continue;
+        const std::size_t end = line.find(']') + 1;
+        found.push_back(end < line.size() ? line.substr(end + 1) : "");
+    }
+    return found;
+}
+
+std::vector<std::string> ImportRun::keywords() const {
+    std::vector<std::string> found;
+    for (const std::string &line : log)
+        if (!starts_with_keyword(line, "PINFOHTML"))
+            found.push_back(line.substr(2, line.find('[') - 2));
+    return found;
+}
+
+std::vector<Notice> ImportRun::notices_of(std::int32_t kind) const {
+    std::vector<Notice> found;
+    for (const Notice &notice : notices)
+        if (notice.kind == kind)
+            found.push_back(notice);
+    return found;
+}
+
+ImportRun import_text(std::string_view text, const ImportSettings &settings) {
+    const TemporaryFolder folder;
+    folder.write("model.inp", text);
+    const FolderVisit visit(folder.path());
+    return run_with_host([] { importexport(); }, settings, folder.path() / "console.txt");
+}
+
+ImportRun run_routine(const std::function<void()> &routine, const ImportSettings &settings) {
+    const TemporaryFolder folder;
+    return run_with_host(routine, settings, folder.path() / "console.txt");
+}
+
+std::vector<std::string> lines_of(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+std::vector<std::string> without_stamps(std::vector<std::string> log) {
+    constexpr std::array<std::string_view, 8> stamped = {
+        "1 PINFOHTML[10] text[51] \"Built on: ",     "1 PINFOHTML[10] text[31] \"Model sha: ",
+        "1 PINFOHTML[10] text[31] \"Model branch: ", "1 PINFOHTML[10] text[31] \"Gui sha: ",
+        "1 PINFOHTML[10] text[31] \"Gui branch: ",   "1 PINFOHTML[10] text[31] \"Platform: ",
+        "1 PINFOHTML[10] text[31] \"Architecture: ", "1 PINFOHTML[10] text[31] \"Build type: ",
+    };
+    for (std::string &line : log)
+        for (std::string_view start : stamped)
+            if (line.starts_with(start))
+                line = std::string(start) + "<stamped>\"";
+    return log;
+}
+
+} // namespace kova_test

@@ -1,0 +1,128 @@
+#include "tests/support/model_text.h"
+
+#include <stdexcept>
+
+namespace kova_test {
+
+namespace {
+
+std::string right_justified(const std::string &text, std::size_t width) {
+    return std::string(width - text.size(), ' ') + text;
+}
+
+const Records period_records = {
+    {"start of the simulation", "1 2 2003 4 5 6"},
+    {"hydrodynamic skip date", "7 8 2009 10 11 12"},
+    {"simulation length", "365.5"},
+};
+
+const Records option_records = {
+    {"kept option", "5"},
+    {"solution type", "1"},
+    {"negative-solution option", "2"},
+    {"ICRD option", "3"},
+    {"INTYP option", "4"},
+    {"unused option", "9"},
+    {"fraction of the maximum time step", "0.75"},
+    {"time-step limits", "0.125 0.5"},
+};
+
+const Records segment_setting_records = {
+    {"segment count", "2"},
+    {"bed-volume option", "1"},
+    {"bed time step", "0.25"},
+    {"volume factors", "2 0.5"},
+    {"caption of the segment names", "Names of the segments"},
+};
+
+void append(Records &records, const Records &more) {
+    records.insert(records.end(), more.begin(), more.end());
+}
+
+} // namespace
+
+Records legacy_records() {
+    Records records = {{"header", "   11      2"}};
+    append(records, period_records);
+    append(records, {{"system count", "3"}});
+    append(records, option_records);
+    append(records, {
+                        {"output-interval count", "2"},
+                        {"output interval", "0 1.5"},
+                        {"output interval", "10 0.25"},
+                        {"bypass flags", "0 0 1"},
+                        {"first scratch count", "1"},
+                        {"first scratch record", "what nobody reads"},
+                        {"second scratch count", "2"},
+                        {"second scratch record", "1 2 3"},
+                        {"second scratch record", ""},
+                    });
+    append(records, segment_setting_records);
+    append(records, {
+                        {"segment name", "1 'Upper Pool'"},
+                        {"segment name", "2 Mouth"},
+                        {"caption of the segment geometry", "Geometry"},
+                        {"segment geometry", "1 2 3 10 11 12 13 14 15 16 17 18 19"},
+                        {"segment geometry", "2 0 1 20 21 22 23 24 25 26 27 28 29"},
+                    });
+    return records;
+}
+
+Records current_records() {
+    Records records = {{"header", "   11      3"}, {"title", "'A river'"}};
+    append(records, period_records);
+    append(records, {{"system count", "2"}});
+    append(records, option_records);
+    append(records, {
+                        {"output interval", "0.25"},
+                        {"system name", "NH-34     Ammonia"},
+                        {"system name", "DISOX     Dissolved Oxygen"},
+                        {"title", "Segments"},
+                    });
+    append(records, segment_setting_records);
+    append(
+        records,
+        {
+            {"segment name", "    1     Upper Pool"},
+            {"segment name", "    2     Mouth"},
+            {"caption of the segment geometry", "Geometry"},
+            {"segment geometry",
+             geometry_line({1, 2, 3, 4}, {"10.", "11.", "12.", "13.", "14.", "15.", "16.", "17.",
+                                          "18.", "19.", "20.", "21.", "22.", "23.", "24.", "25."})},
+            {"segment geometry",
+             geometry_line({2, 0, 1, 3}, {"30.", "31.", "32.", "33.", "34.", "35.", "36.", "37.",
+                                          "38.", "39.", "40.", "41.", "42.", "43.", "44.", "45."})},
+        });
+    return records;
+}
+
+std::size_t position_of(const Records &records, std::string_view name, std::size_t occurrence) {
+    for (std::size_t i = 0; i < records.size(); ++i)
+        if (records[i].name == name && occurrence-- == 0)
+            return i;
+    throw std::out_of_range("no record " + std::string(name));
+}
+
+Records with(Records records, std::string_view name, std::string_view text,
+             std::size_t occurrence) {
+    records[position_of(records, name, occurrence)].text = text;
+    return records;
+}
+
+std::string text_of(const Records &records) {
+    std::string text;
+    for (const Record &record : records)
+        text += record.text + "\n";
+    return text;
+}
+
+std::string geometry_line(const std::vector<int> &integers, const std::vector<std::string> &reals) {
+    std::string line;
+    for (const int integer : integers)
+        line += right_justified(std::to_string(integer), 5);
+    for (const std::string &real : reals)
+        line += right_justified(real, 15);
+    return line;
+}
+
+} // namespace kova_test

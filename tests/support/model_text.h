@@ -1,0 +1,42 @@
+#pragma once
+
+// Small model input files, record by record, to be changed by tests before they are joined.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kova_test {
+
+/// One record of a file; `name` is what the library calls the statement that reads it.
+struct Record {
+    std::string name;
+    std::string text;
+};
+
+using Records = std::vector<Record>;
+
+/// A legacy eutrophication model: systems 1 to 3, the last of which is bypassed, and two segments.
+[[nodiscard]] Records legacy_records();
+
+/// A current model with two systems and two segments.
+[[nodiscard]] Records current_records();
+
+/// Position of the `occurrence`-th record of that name, from 0.
+[[nodiscard]] std::size_t position_of(const Records &records, std::string_view name,
+                                      std::size_t occurrence = 0);
+
+/// The records with one of them changed.
+[[nodiscard]] Records with(Records records, std::string_view name, std::string_view text,
+                           std::size_t occurrence = 0);
+
+/// The file: every record is a line.
+[[nodiscard]] std::string text_of(const Records &records);
+
+/// A geometry record of the current format: four integers in 5 columns each, and sixteen reals
+/// in 15.
+[[nodiscard]] std::string geometry_line(const std::vector<int> &integers,
+                                        const std::vector<std::string> &reals);
+
+} // namespace kova_test
