@@ -144,6 +144,21 @@ std::vector<Notice> ImportRun::notices_of(std::int32_t kind) const {
     return found;
 }
 
+ImportSettings settings_of(const std::filesystem::path &path) {
+    ImportSettings settings;
+    if (!std::filesystem::exists(path))
+        return settings;
+    for (const std::string &line : lines_of(read_file(path))) {
+        if (line == "scope transport")
+            settings.transport_only = true;
+        else if (line == "index-names no")
+            settings.index_segment_names = false;
+        else if (!line.empty() && line != "scope all" && line != "index-names yes")
+            throw std::invalid_argument(path.string() + ": " + line);
+    }
+    return settings;
+}
+
 ImportRun import_text(std::string_view text, const ImportSettings &settings) {
     const TemporaryFolder folder;
     folder.write("model.inp", text);

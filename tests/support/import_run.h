@@ -7,6 +7,7 @@
 #include "import_export.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -61,6 +62,10 @@ struct ImportSettings {
     /// The path that the host gives; "model.inp" is the file with the text.
     std::string path = "model.inp";
 };
+
+/// The settings that a file of options asks for: lines such as `scope transport` and `index-names
+/// no`. No file: the defaults.
+[[nodiscard]] ImportSettings settings_of(const std::filesystem::path &path);
 
 /// Imports a file with the given text, as `model.inp` in a folder of its own, which is the current
 /// directory meanwhile.

@@ -130,6 +130,10 @@ TEST(FreeFormList, SeparatesValues) {
         {"'1' 2 3\n", {}, {}},
         {"\"1\" 2 3\n", {}, {}},
         {"1 2 99999999999\n", {}, {}},
+        // the byte 0xFF is no end of the file
+        {"1 2 3\xFF\n", {}, {}},
+        {"1 2 3\xFF", {}, {}},
+        {"1 2\xFF 3\n", {}, {}},
     };
     for (const ListCase &each : cases)
         expect_list(each, 3);

@@ -62,20 +62,25 @@ void name_model_file(const FixedText<512> &host_file_name, FixedText<512> &model
     }
 }
 
+// Hosts end the path with a NUL or pad it with blanks; a path that fills the field has neither.
+std::string_view path_in(const FixedText<512> &name) {
+    const std::string_view text = name.view();
+    const std::size_t end = text.find('\0');
+    return end != std::string_view::npos ? text.substr(0, end) : name.trimmed();
+}
+
 void ask_for_file(ImportModule &module) {
     FixedText<512> &name = module.host_file_name;
     name.fill(' ');
     send<"GFILENAME">(Result{name});
     module.reader.start_counting();
     module.shared.import_error = 0;
-    name.assign({FixedText<512>(name).trimmed(), nul});
+    const FixedText<512> answer = name;
+    name.assign({path_in(answer), nul});
     name_model_file(name, module.model_file_name);
 }
 
-std::string_view path_of(const ImportModule &module) {
-    const std::string_view name = module.host_file_name.view();
-    return name.substr(0, name.find('\0'));
-}
+std::string_view path_of(const ImportModule &module) { return path_in(module.host_file_name); }
 
 void report_open_failure(const ImportModule &module) {
     start_report_line();

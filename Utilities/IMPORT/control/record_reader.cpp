@@ -263,7 +263,8 @@ bool RecordReader::list_item(Field<std::int32_t> item) {
         const std::string_view block = stream_.peek_block();
         const char *end = block.data();
         const std::optional<std::int32_t> value = plain_integer(end, end + block.size());
-        if (value && end != block.data() + block.size() && is_separator(*end)) {
+        if (value && end != block.data() + block.size() &&
+            is_separator(static_cast<unsigned char>(*end))) {
             stream_.advance(static_cast<std::size_t>(end - block.data()));
             *item.target = *value;
             return true;
@@ -285,7 +286,8 @@ bool RecordReader::list_item(Field<float> item) {
         const std::string_view block = stream_.peek_block();
         const char *end = block.data();
         const std::optional<float> value = plain_real(end, end + block.size());
-        if (value && end != block.data() + block.size() && is_separator(*end)) {
+        if (value && end != block.data() + block.size() &&
+            is_separator(static_cast<unsigned char>(*end))) {
             stream_.advance(static_cast<std::size_t>(end - block.data()));
             *item.target = *value;
             return true;
