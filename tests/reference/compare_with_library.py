@@ -1,0 +1,103 @@
+"""Compares the library with the reference importer on generated files, on the samples and on given files.
+
+    compare_with_library.py IMPORT_LOGS [--count N] [--seed S] [FILE...]
+
+IMPORT_LOGS is the built program that imports the files of a folder with the library. Every file is imported with one of the four
+combinations of answers, given files with all four. A difference is printed with its file, which is kept.
+"""
+
+import argparse
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+import generate
+from command_log import Answers
+from driver import import_file
+
+COMBINATIONS = [(scope, names) for scope in ("all", "transport") for names in ("yes", "no")]
+PATH_TEXT = b"model.inp"
+
+
+def write_case(folder, name, content, scope, names):
+    (folder / f"{name}.inp").write_bytes(content)
+    (folder / f"{name}.options").write_text(f"scope {scope}\nindex-names {names}\n")
+
+
+def write_cases(folder, arguments):
+    cases = []
+    for seed in range(arguments.seed, arguments.seed + arguments.count):
+        scope, names = COMBINATIONS[seed % len(COMBINATIONS)]
+        content = generate.generate(seed)
+        content = content[0] if isinstance(content, tuple) else content
+        cases.append((f"seed-{seed}", content, scope, names))
+    for path in map(Path, arguments.files):
+        cases += [(f"{path.stem}-{scope}-{names}", path.read_bytes(), scope, names) for scope, names in COMBINATIONS]
+    for case in cases:
+        write_case(folder, *case)
+    return cases
+
+
+def first_difference(expected, actual):
+    for number, (wanted, got) in enumerate(zip(expected, actual), start=1):
+        if wanted != got:
+            return f"line {number}\n  expected {wanted!r}\n       got {got!r}"
+    if len(expected) != len(actual):
+        longer = expected if len(expected) > len(actual) else actual
+        return f"{len(expected)} lines expected, {len(actual)} got; the first surplus one: {longer[min(len(expected), len(actual))]!r}"
+    return None
+
+
+def lines_of(path):
+    return path.read_bytes().split(b"\n")[:-1]
+
+
+def failed_statement(result):
+    """The value of the line counter at the failed read of a section, or None."""
+    return result.failure.statement if result.failure else None
+
+
+def compare(folder, name, content, scope, names):
+    result = import_file(content, Answers(verbose=1, scope=0 if scope == "transport" else 1,
+                                          index_names=0 if names == "yes" else 1), PATH_TEXT)
+    differences = [
+        ("log", first_difference([line.encode("ascii") for line in result.log_lines], lines_of(folder / f"{name}.log"))),
+        ("console", first_difference(list(result.console_lines), lines_of(folder / f"{name}.console"))),
+        ("violations", first_difference([], lines_of(folder / f"{name}.violations"))),
+    ]
+    failure = lines_of(folder / f"{name}.failure")
+    statement = failed_statement(result)
+    if statement is not None and (not failure or int(failure[0].split()[0]) != statement):
+        differences.append(("failed statement", f"expected {statement}, got {failure}"))
+    return [f"{what}: {difference}" for what, difference in differences if difference]
+
+
+def main():
+    parser = argparse.ArgumentParser(description="compare the library with the reference importer")
+    parser.add_argument("import_logs")
+    parser.add_argument("files", nargs="*")
+    parser.add_argument("--count", type=int, default=1000)
+    parser.add_argument("--seed", type=int, default=1)
+    arguments = parser.parse_intermixed_args()
+
+    folder = Path(tempfile.mkdtemp(prefix="kova-compare-"))
+    cases = write_cases(folder, arguments)
+    subprocess.run([arguments.import_logs, folder], check=True)
+    different = 0
+    stopped = 0
+    for case in cases:
+        differences = compare(folder, *case)
+        stopped += bool(lines_of(folder / f"{case[0]}.failure"))
+        if differences:
+            different += 1
+            print(f"{folder / case[0]}.inp", *differences, sep="\n", file=sys.stderr)
+    print(f"{len(cases)} imports compared, {stopped} of them stopped at a fault, {different} different")
+    if different == 0:
+        shutil.rmtree(folder)
+    return 1 if different else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,244 @@
+"""One import from the first question to the completion note."""
+
+import os
+import stat
+from dataclasses import dataclass
+
+import current
+import legacy
+from command_log import FILE_NAME_WIDTH, Answers, Integer, RecordingHost, Text, with_nul
+from records import ReadFailure, RecordReader, fit, split_lines
+from shared import (BLUE_PREFIX, MESSAGE_WIDTH, MODEL_FILE_NAME_WIDTH, ImportRun, ImportState, report_read_error,
+                    send_all)
+
+FIRST_CURRENT_VERSION = 3
+WEB_SITE = "https://kova.example"
+
+
+@dataclass(frozen=True)
+class Section:
+    """A row of a family. Without a routine the section is passed over, like one behind a failure."""
+    name: str
+    percentage: int
+    routine: object
+    reports_to_pane: bool
+
+
+@dataclass(frozen=True)
+class Family:
+    sections: tuple
+    completion_note: tuple
+
+
+@dataclass(frozen=True)
+class Failure:
+    """What stopped an import: statement is the line counter, line and column count from 1; None where unknown."""
+    section: str
+    statement: int | None = None
+    line: int | None = None
+    column: int | None = None
+    field: str | None = None
+    reason: str = ""
+
+
+@dataclass
+class Result:
+    log_lines: list
+    console_lines: list
+    failure: Failure | None
+    model_file_name: bytes
+
+
+LEGACY = Family(
+    sections=(
+        Section("modelparam", 0, legacy.modelparam, False),
+        Section("segments", 5, legacy.segments, False),
+        Section("flowpath", 10, None, False),
+        Section("flows", 20, None, False),
+        Section("exchanges", 30, None, False),
+        Section("boundary", 40, None, False),
+        Section("loads", 50, None, False),
+        Section("timefunctions", 60, None, False),
+        Section("seg_parameters", 70, None, False),
+        Section("constants", 80, None, False),
+        Section("initial_conditions", 85, None, False)),
+    completion_note=(
+        '<body><big style="font-weight: bold; color: Black;">Import Utility ',
+        'has completed. User should do a visible inspection between data in the KOVA7 ',
+        'interface &amp; KOVA8 Interface.  Because of drastic changes in the data ',
+        'structures, data may not be imported. If you did multiple BOD and ',
+        'Phytoplankton groups in KOVA7, you will need to check the "Use" Box for ',
+        'all constants, whether they were used in KOVA7.  ',
+        'If you simulated Benthic Algae in KOVA you will need to parameterize in ',
+        'KOVA8 without the aid of the import ',
+        'utility. So much has changed that it is virtually impossible ',
+        'to import correctly.  ',
+        f'See {WEB_SITE} under FAQ for more information about importing ',
+        'KOVA7 Files</big></body>'))
+
+CURRENT = Family(
+    sections=(
+        Section("modelparam_v2", 0, current.modelparam_v2, True),
+        Section("segments_v2", 5, current.segments_v2, True),
+        Section("flowpath_v2", 10, None, False),
+        Section("flows_v2", 20, None, True),
+        Section("exchanges_v2", 30, None, True),
+        Section("boundary_v2", 40, None, True),
+        Section("loads_v2", 50, None, True),
+        Section("timefunctions_v2", 60, None, True),
+        Section("seg_parameters_v2", 70, None, True),
+        Section("constants_v2", 80, None, True),
+        Section("initial_conditions_v2", 85, None, True)),
+    completion_note=(
+        '<body><big style="font-weight: bold; color: Black;">Import Utility ',
+        'has completed. Your import file was from a KOVA8 input file.  You will need to',
+        ' re-select your output variables and review segment parameter screen due to ',
+        'changes and bug fixes in the interface.',
+        f'  See {WEB_SITE} under FAQ for more information about importing ',
+        'Files</big></body>'))
+
+
+def run_import(read_content, answers, path_text, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH):
+    """`read_content(path)` gives the bytes of the file that the host names, or None when it cannot be opened.
+
+    The model file name is the one thing that lives from one import of a process to the next; a first import finds NULs.
+    """
+    host = RecordingHost(answers, path_text)
+    run = ImportRun(host, RecordReader([]), ImportState(), earlier_model_file_name)
+    ask_questions(run)
+    host_file_name, path = terminated_path(host.file_name())
+    run.model_file_name = derive_model_file_name(host_file_name, earlier_model_file_name)
+    failure = open_and_choose(run, read_content(path))
+    if failure:
+        report_open_failure(run, host_file_name)
+    else:
+        family = CURRENT if run.state.file_version >= FIRST_CURRENT_VERSION else LEGACY
+        send_introduction(run)
+        failure = run_sections(run, family)
+        host.dialog("Continue", "Click Okay to Continue", "Okay", "No")
+        send_all(run, family.completion_note)
+    return Result(host.log_lines, run.console_lines, failure, run.model_file_name)
+
+
+def ask_questions(run):
+    """The verbose question stays although nothing depends on it: hosts answer the questions in order."""
+    run.host.dialog("Set Verbose Option:", "Yes or No?", "Yes", "No")
+    if run.host.dialog("Import Options", "Import Network/Transport or All ?", "Transport Only", "All") == 0:
+        run.state.transport_only = 1
+    if run.host.dialog("Index Segment Names", "Add Index to Segment Name to Insure Unique Name", "Yes", "No") == 1:
+        run.state.index_segment_names = 0
+
+
+def terminated_path(field):
+    """The host's file name field with a NUL behind the path, and the path. A path that fills the field gets no NUL."""
+    path = field.split(b"\0")[0] if b"\0" in field else field.rstrip(b" ")
+    return fit(path + b"\0", FILE_NAME_WIDTH), path
+
+
+def derive_model_file_name(host_file_name, earlier):
+    """The path up to its first full stop, with ".KIF" in place of what follows.
+
+    Behind that, and in the last position when there is no full stop, the name of an earlier import shows through.
+    """
+    scanned = host_file_name[:MODEL_FILE_NAME_WIDTH - 1]
+    stop = scanned.find(b".")
+    front = scanned if stop < 0 else scanned[:stop] + b".KIF"
+    return (front + earlier[len(front):])[:MODEL_FILE_NAME_WIDTH]
+
+
+def open_and_choose(run, content):
+    """Read the header for the version, then start again at the first line. A header that cannot be read is no file."""
+    if content is None:
+        return Failure("open", reason="the file cannot be opened")
+    lines = split_lines(content)
+    try:
+        run.state.keep(RecordReader(lines).read_columns("(I5,5x,I2)", ("model_type", "file_version")))
+    except ReadFailure as problem:
+        return Failure("header", None, problem.line, problem.column, problem.field, problem.reason)
+    run.reader = RecordReader(lines)
+    return None
+
+
+def report_open_failure(run, host_file_name):
+    """The message is as wide as its field: of a name of 512, what fits behind "File: "."""
+    run.host.information(BLUE_PREFIX)
+    run.host.information('File Can Not be Opened</span></li>')
+    run.host.information(BLUE_PREFIX)
+    run.host.information(Text(fit(b"File: " + host_file_name + b"</span></li>\0", MESSAGE_WIDTH)))
+
+
+def run_sections(run, family):
+    """Every percentage goes out; behind a failure no section runs."""
+    failure = None
+    for section in family.sections:
+        send_progress(run, section.percentage)
+        if section.routine is None or run.state.import_error:
+            continue
+        try:
+            section.routine(run)
+        except ReadFailure as problem:
+            report_read_error(run, problem.statement, section.reports_to_pane)
+            failure = Failure(section.name, problem.statement, problem.line, problem.column, problem.field,
+                              problem.reason)
+    send_progress(run, 100)
+    return failure
+
+
+def send_progress(run, percentage):
+    run.host.call("PPROGRESS", Integer(percentage))
+
+
+# --- information pages ---------------------------------------------------------------------------------------------
+
+RELEASE_LINE = b"ORVEN -- KOVA Version 8.4.3"
+DETAIL_WIDTH = 30
+BUILD_TIME_WIDTH = 50
+ROW_SEPARATOR = '</td></tr><tr style="font-weight: bold;" align="Left"><td>'
+
+
+def send_introduction(run):
+    run.host.call("PCLEARINFO")
+    send_version_page(run)
+
+
+def send_version_page(run):
+    send_all(run, (
+        '<center><body><table style="text-align: left; width: 332px; height: 284px;"',
+        'border="1" cellpadding="2" cellspacing="2"><tbody>',
+        '<tr style="font-weight: bold; color: white;"align="center">',
+        '<td style="background-color: blue;">',
+        'KOVA Import Utility Version Information</td></tr>',
+        '<tr style="font-weight: bold;" align="Left"><td>',
+        with_nul(fit(RELEASE_LINE, DETAIL_WIDTH)),
+        ROW_SEPARATOR,
+        with_nul(fit(b"Model sha: ", DETAIL_WIDTH)),
+        '</td></tr>',
+        '<tr style="font-weight: bold;" align="Left"><td>',
+        with_nul(fit(b"Built on: ", BUILD_TIME_WIDTH))))
+    for detail in (b"Model branch: ", b"Gui sha: ", b"Gui branch: ", b"Platform: ", b"Architecture: ", b"Build type: "):
+        send_all(run, (ROW_SEPARATOR, with_nul(fit(detail, DETAIL_WIDTH))))
+    run.host.information('</td></tr></tbody></table><br></body></Center>')
+
+
+# --- use as a module -----------------------------------------------------------------------------------------------
+
+def import_file(source, answers=None, path_text=None, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH):
+    """Import a file (a path, or its content as bytes) and give back what a host and a console would see of it."""
+    if isinstance(source, bytes):
+        return run_import(lambda path: source, answers or Answers(), path_text or b"model.inp",
+                          earlier_model_file_name)
+    named = os.fsencode(source)
+    if path_text is None:
+        return run_import(content_of, answers or Answers(), named, earlier_model_file_name)
+    return run_import(lambda path: content_of(named), answers or Answers(), path_text, earlier_model_file_name)
+
+
+def content_of(path):
+    """The bytes of a regular file. Folders, pipes and devices count as files that cannot be opened."""
+    try:
+        if not stat.S_ISREG(os.stat(path).st_mode):
+            return None
+        with open(path, "rb") as file:
+            return file.read()
+    except OSError:
+        return None
