@@ -436,6 +436,32 @@ TEST(Failures, NameTheOpenQuote) {
     EXPECT_EQ(text->failure().kind, ReadFailureKind::open_delimiter);
     EXPECT_EQ(text->failure().place.line, 2);
     EXPECT_EQ(text->failure().place.column, 3);
+    EXPECT_EQ(text->failure().line_text.view(), "7 'Upper Pool");
+}
+
+TEST(Failures, ShowTheLineOfAnOpenQuoteHoweverFarBackItIs) {
+    std::string lines;
+    for (int i = 0; i < 20000; ++i)
+        lines += "12345 67890\n";
+    OpenText text("1 2\n7 'Upper Pool\n" + lines);
+    FixedText<40> name;
+    std::int32_t number = 0;
+    text->list("numbers", field("a", number), field("b", number));
+    text->list("name", field("number", number), field("name", name));
+    EXPECT_EQ(text->failure().place.line, 2);
+    EXPECT_EQ(text->failure().line_text.view(), "7 'Upper Pool");
+    EXPECT_EQ(text->failure().found.view().substr(0, 20), "Upper Pool12345 6789");
+}
+
+TEST(Failures, AdviseOnQuotesOnlyWhereANumberIsWanted) {
+    OpenText quoted("'1'\n");
+    std::int32_t number = 0;
+    quoted->list("number", field("number", number));
+    EXPECT_STREQ(quoted->failure().advice, "Take the quotes away: a quoted number is a text.");
+    OpenText glued("'a'b\n");
+    FixedText<40> name;
+    glued->list("name", field("name", name));
+    EXPECT_STREQ(glued->failure().advice, "");
 }
 
 TEST(LongLines, CostNoMemoryAndLoseNothing) {

@@ -224,6 +224,7 @@ bool RecordReader::take_repeat_count() {
 
 RecordReader::Item RecordReader::take_delimited(char delimiter) {
     value_.delimited = true;
+    value_.line_start = stream_.line_start();
     stream_.advance();
     value_.width = 1;
     for (;;) {
@@ -275,7 +276,7 @@ bool RecordReader::list_item(Field<std::int32_t> item) {
         return state == Item::absent;
     const std::optional<std::int32_t> value = value_.number.integer();
     if (!value)
-        return fail_value(item.name, an_integer);
+        return fail_number(item.name, an_integer);
     *item.target = *value;
     return true;
 }
@@ -298,7 +299,7 @@ bool RecordReader::list_item(Field<float> item) {
         return state == Item::absent;
     const std::optional<float> value = value_.number.real();
     if (!value)
-        return fail_value(item.name, a_real);
+        return fail_number(item.name, a_real);
     *item.target = *value;
     return true;
 }
@@ -356,9 +357,16 @@ bool RecordReader::fail_value(const char *name, const char *expected) {
     fail(ReadFailureKind::bad_value, value_.place, value_.width, value_.kept());
     failure_.field = name;
     failure_.expected = expected;
-    if (value_.delimited)
-        failure_.advice = "Take the quotes away: a quoted number is a text.";
     return false;
+}
+
+bool RecordReader::fail_number(const char *name, const char *expected) {
+    if (value_.delimited) {
+        static_cast<void>(fail_value(name, expected));
+        failure_.advice = "Take the quotes away: a quoted number is a text.";
+        return false;
+    }
+    return fail_value(name, expected);
 }
 
 bool RecordReader::fail_field(std::string_view line, const LayoutField &column, const char *name,
@@ -392,7 +400,12 @@ void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t widt
     failure_.found.assign(found);
     if (kind == ReadFailureKind::not_open)
         return;
-    const LineExcerpt excerpt = stream_.excerpt(place);
+    // A quoted text may have started many lines ago; nothing is read after a failure, so the stream
+    // may go back there.
+    LineExcerpt excerpt = stream_.excerpt(place);
+    if (kind == ReadFailureKind::open_delimiter && excerpt.text.empty() &&
+        stream_.go_back(value_.line_start))
+        excerpt = stream_.excerpt(place);
     failure_.line_text.assign(excerpt.text);
     failure_.line_text_column = excerpt.column;
 }

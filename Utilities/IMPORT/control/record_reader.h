@@ -175,6 +175,7 @@ class RecordReader {
         static constexpr std::size_t kept_text = 512;
 
         FilePlace place;
+        LineMark line_start; ///< of a delimited text
         std::int64_t width = 0;
         bool delimited = false;
         bool only_digits = true;
@@ -263,6 +264,7 @@ class RecordReader {
     int skip_blanks();
 
     [[nodiscard]] bool fail_value(const char *name, const char *expected);
+    [[nodiscard]] bool fail_number(const char *name, const char *expected);
     [[nodiscard]] bool fail_field(std::string_view line, const LayoutField &column,
                                   const char *name, const char *expected);
     Item fail_at_end();

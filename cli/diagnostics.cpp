@@ -1,0 +1,230 @@
+#include "cli/diagnostics.h"
+
+#include "cli/marked_line.h"
+#include "cli/terminal.h"
+#include "cli/text.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <tuple>
+
+namespace kova_command {
+
+namespace {
+
+/// A sentence as the rest of another one.
+std::string as_phrase(std::string_view sentence) {
+    std::string phrase = printable(sentence, Origin::utility);
+    if (!phrase.empty() && phrase.back() == '.')
+        phrase.pop_back();
+    const auto is_capital = [](char character) { return character >= 'A' && character <= 'Z'; };
+    const bool is_word = phrase.size() > 1 && is_capital(phrase[0]) && !is_capital(phrase[1]);
+    if (is_word)
+        phrase[0] = static_cast<char>(phrase[0] - 'A' + 'a');
+    return phrase;
+}
+
+std::string as_sentence(std::string_view phrase) {
+    std::string sentence = printable(phrase, Origin::utility);
+    if (!sentence.empty() && sentence[0] >= 'a' && sentence[0] <= 'z')
+        sentence[0] = static_cast<char>(sentence[0] - 'a' + 'A');
+    if (!sentence.empty() && sentence.back() != '.')
+        sentence += '.';
+    return sentence;
+}
+
+std::string quoted(const Notice &notice) {
+    const bool is_cut = static_cast<std::int64_t>(notice.found.size()) < notice.width;
+    const std::string_view found =
+        is_cut ? without_cut_character(notice.found) : std::string_view(notice.found);
+    return '"' + printable(found) + (is_cut ? "...\"" : "\"");
+}
+
+std::string message_of(const Notice &notice) {
+    if (notice.kind == IMPORT_EXPORT_READ_FAILED) {
+        if (notice.field.empty())
+            return "cannot be read";
+        return "cannot read \"" + printable(notice.field, Origin::utility) + '"';
+    }
+    if (notice.kind == IMPORT_EXPORT_OPEN_FAILED)
+        return "cannot be opened: " + as_phrase(notice.reason);
+    return as_phrase(notice.reason.empty() ? notice.description().sentence
+                                           : std::string_view(notice.reason));
+}
+
+std::string place_of(const std::string &path, const Notice &notice) {
+    std::string place = printable(path);
+    if (notice.line > 0) {
+        place += ':' + std::to_string(notice.line);
+        if (notice.column > 0)
+            place += ':' + std::to_string(notice.column);
+    }
+    return place + ": ";
+}
+
+Ink ink_of(Level level) {
+    switch (level) {
+    case Level::note:
+        return Ink::note;
+    case Level::warning:
+        return Ink::warning;
+    case Level::error:
+        break;
+    }
+    return Ink::error;
+}
+
+std::string first_line(const std::string &path, const Notice &notice, const std::string &message,
+                       const DiagnosticStyle &style) {
+    const std::string level = std::string(name_of(notice.level())) + ": ";
+    return painted(place_of(path, notice), Ink::strong, style.colour) +
+           painted(level, ink_of(notice.level()), style.colour) +
+           painted(message, Ink::strong, style.colour) + '\n';
+}
+
+/// The line of the file with the mark below it.
+std::string excerpt_of(const Notice &notice, const DiagnosticStyle &style) {
+    // Without a place there is nothing to show; at the end of a file there may be no line.
+    if (notice.line <= 0 || notice.line_text.empty())
+        return {};
+    const std::string number = std::to_string(notice.line);
+    const std::string gutter = std::string(number.size() < 5 ? 5 - number.size() : 0, ' ') + number;
+    std::string_view line = notice.line_text;
+    std::int64_t start = std::max<std::int64_t>(1, notice.line_text_column);
+    const bool cut_before = start > 1;
+    // The cut may have left the tail of a character.
+    constexpr int longest_tail = 3;
+    for (int i = 0; cut_before && i < longest_tail && !line.empty() &&
+                    (static_cast<unsigned char>(line.front()) & 0xC0U) == 0x80U;
+         ++i) {
+        line.remove_prefix(1);
+        ++start;
+    }
+    const auto offset = static_cast<std::size_t>(std::max<std::int64_t>(0, notice.column - start));
+    const auto width = static_cast<std::size_t>(std::max<std::int64_t>(0, notice.width));
+    constexpr std::string_view separator = " | ";
+    const std::size_t used = gutter.size() + separator.size();
+    const std::size_t cells = style.width > used ? style.width - used : 0;
+    const MarkedLine marked = mark_part(line, {offset, width, cut_before}, cells);
+    std::string text = gutter + std::string(separator) + marked.text + '\n';
+    if (notice.column > 0)
+        text += std::string(gutter.size(), ' ') + std::string(separator) +
+                painted(marked.mark, Ink::mark, style.colour) + '\n';
+    return text;
+}
+
+std::string details_of(const Notice &notice, const DiagnosticStyle &style) {
+    std::string text = excerpt_of(notice, style);
+    std::vector<std::string> sentences;
+    if (notice.kind == IMPORT_EXPORT_READ_FAILED && !notice.reason.empty())
+        sentences.push_back(as_sentence(notice.reason));
+    if (std::string finding = finding_of(notice); !finding.empty())
+        sentences.push_back(as_sentence(finding));
+    std::string line;
+    for (const std::string &sentence : sentences)
+        line += (line.empty() ? "" : " ") + sentence;
+    if (!line.empty())
+        text += "      = " + line + '\n';
+    if (!notice.advice.empty())
+        text += "      = " + painted("help: ", Ink::help, style.colour) +
+                printable(notice.advice, Origin::utility) + '\n';
+    return text;
+}
+
+/// Where the other notices of a group are.
+std::string repeats_of(const NoticeGroup &group, const DiagnosticStyle &style) {
+    constexpr std::size_t most_places = 5;
+    const std::size_t repeats = group.size() - 1;
+    std::string text = "      = and " +
+                       counted(static_cast<std::int64_t>(repeats), "more like it", "more like it");
+    std::vector<std::string> places;
+    for (std::size_t i = 1; i < group.size(); ++i) {
+        if (!style.all_places && places.size() == most_places)
+            break;
+        if (group[i]->line > 0)
+            places.push_back(std::to_string(group[i]->line) +
+                             (group[i]->column > 0 ? ':' + std::to_string(group[i]->column) : ""));
+    }
+    if (!places.empty()) {
+        const bool is_complete = places.size() == repeats;
+        text += places.size() == 1 ? ", in line " : ", in lines ";
+        if (!is_complete)
+            places.emplace_back("others");
+        text += enumerated(places);
+    }
+    return text + '\n';
+}
+
+std::string skipped_sections_text(const std::string &path, const NoticeGroup &group,
+                                  const DiagnosticStyle &style) {
+    std::vector<std::string> names;
+    names.reserve(group.size());
+    for (const Notice *notice : group)
+        names.push_back(printable(notice->section_name, Origin::utility));
+    const std::string message =
+        counted(static_cast<std::int64_t>(names.size()), "section", "sections") +
+        (names.size() == 1 ? " is" : " are") +
+        " not imported by this version of the library: " + enumerated(names);
+    return first_line(path, *group.front(), message, style) + details_of(*group.front(), style);
+}
+
+} // namespace
+
+std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices) {
+    std::vector<NoticeGroup> groups;
+    std::map<std::tuple<std::int32_t, std::int32_t, std::string_view>, std::size_t> rows;
+    for (const Notice &notice : notices) {
+        const bool is_skipped = notice.kind == IMPORT_EXPORT_SECTION_SKIPPED;
+        const auto [row, is_new] = rows.try_emplace(
+            {notice.kind, is_skipped ? 0 : notice.section, notice.reason}, groups.size());
+        if (is_new)
+            groups.emplace_back();
+        groups[row->second].push_back(&notice);
+    }
+    return groups;
+}
+
+std::string heading_of(const Notice &notice) {
+    std::string heading;
+    for (const std::string &part : {notice.section_name, notice.statement})
+        if (!part.empty())
+            heading += printable(part, Origin::utility) + ": ";
+    return heading + message_of(notice);
+}
+
+std::string finding_of(const Notice &notice) {
+    const bool has_found = !notice.found.empty();
+    const bool has_expected = !notice.expected.empty();
+    std::string finding = has_found ? "found " + quoted(notice) : "";
+    if (has_expected)
+        finding +=
+            (has_found ? "; expected " : "expected ") + printable(notice.expected, Origin::utility);
+    return finding;
+}
+
+std::string diagnostics_text(const ImportOutcome &outcome, const DiagnosticStyle &style) {
+    std::string text;
+    for (const NoticeGroup &group : group_notices(outcome.notices)) {
+        if (group.front()->kind == IMPORT_EXPORT_SECTION_SKIPPED) {
+            text += skipped_sections_text(outcome.path, group, style);
+            continue;
+        }
+        const std::size_t shown = style.ungrouped ? group.size() : 1;
+        for (std::size_t i = 0; i < shown; ++i)
+            text += first_line(outcome.path, *group[i], heading_of(*group[i]), style) +
+                    details_of(*group[i], style);
+        if (shown < group.size())
+            text += repeats_of(group, style);
+    }
+    if (const std::int64_t dropped = dropped_notice_count(outcome); dropped > 0)
+        text += printable(outcome.path) + ": " + painted("warning: ", Ink::warning, style.colour) +
+                counted(dropped, "more notice is", "more notices are") +
+                " counted, but not shown\n";
+    for (const std::string &error : outcome.internal_errors)
+        text += "kova-import: " + painted("internal error: ", Ink::error, style.colour) +
+                printable(error) + '\n';
+    return text;
+}
+
+} // namespace kova_command

@@ -1,0 +1,90 @@
+#include "cli/import_command.h"
+
+#include "cli/diagnostics.h"
+#include "cli/import_session.h"
+#include "cli/json_output.h"
+#include "cli/output.h"
+#include "cli/questions.h"
+#include "cli/summary.h"
+#include "cli/terminal.h"
+#include "cli/text.h"
+
+#include <optional>
+
+namespace kova_command {
+
+namespace {
+
+ProgressDisplay::Style progress_style(const ImportOptions &options, const Screen &screen) {
+    if (options.quiet)
+        return ProgressDisplay::Style::none;
+    if (screen.overwrites)
+        return ProgressDisplay::Style::bar;
+    // A program that reads the result has no use for lines that come and go.
+    return options.json ? ProgressDisplay::Style::none : ProgressDisplay::Style::lines;
+}
+
+ImportRequest request_of(const ImportOptions &options, ProgressDisplay &progress,
+                         std::optional<LogFile> &log) {
+    ImportRequest request;
+    request.path = options.file;
+    request.transport_only = options.transport_only;
+    request.index_segment_names = options.index_segment_names;
+    request.keep_console = options.verbose;
+    if (options.ask)
+        request.ask = ask_at_terminal;
+    request.progress = [&progress](std::int32_t percentage, std::string_view section) {
+        progress.show(percentage, section);
+    };
+    if (log)
+        request.log = [&log](std::string_view piece) { log->write(piece); };
+    return request;
+}
+
+void show(const ImportOutcome &outcome, const ImportOptions &options, const Screen &screen) {
+    std::string messages;
+    for (const std::string &line : outcome.console)
+        messages += "library: " + printable(line) + '\n';
+    messages += diagnostics_text(outcome, {.colour = screen.colour,
+                                           .width = screen.width,
+                                           .ungrouped = options.verbose,
+                                           .all_places = false});
+    write_message(messages);
+    if (options.json)
+        write_result(import_json(outcome));
+    else if (!options.quiet)
+        write_result(summary_text(outcome, screen_of(stdout).colour));
+}
+
+} // namespace
+
+int run_import_command(const ImportOptions &options, const UtilityLibrary &library) {
+    if (options.ask && !can_ask()) {
+        write_message("kova-import: error: --ask needs a terminal to ask at\n"
+                      "Use --scope and --index-names to answer the questions beforehand.\n");
+        return exit_status::wrong_use;
+    }
+    std::optional<LogFile> log;
+    if (!options.log.empty()) {
+        if (is_same_file(options.log, options.file)) {
+            write_message("kova-import: error: the command log would overwrite the import file\n");
+            return exit_status::wrong_use;
+        }
+        log.emplace(options.log);
+    }
+    const Screen screen = screen_of(stderr);
+    ProgressDisplay progress(stderr, progress_style(options, screen), screen.width);
+    ImportSession session(library);
+    const ImportOutcome outcome = session.run(request_of(options, progress, log));
+    progress.finish();
+    if (outcome.verdict == Verdict::cancelled) {
+        write_message("kova-import: error: a question got no answer; nothing was imported\n");
+        return exit_status_of(outcome.verdict);
+    }
+    show(outcome, options, screen);
+    if (log)
+        log->finish();
+    return exit_status_of(outcome.verdict);
+}
+
+} // namespace kova_command

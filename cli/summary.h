@@ -1,0 +1,32 @@
+#pragma once
+
+#include "cli/import_outcome.h"
+
+#include <optional>
+#include <string>
+
+namespace kova_command {
+
+/// The simulated period, as "2019-01-01 00:00:00 to 2020-01-01 00:00:00 (365 days)". Dates that are
+/// no days of the calendar are shown as they were read, and have no end.
+[[nodiscard]] std::string period_text(const kova_host::ModelSettings &settings);
+
+/// "2019-01-01 00:00:00", or nothing when there is no such time.
+[[nodiscard]] std::optional<std::string> start_text(const kova_host::ModelSettings &settings);
+
+/// "imported", "imported in part", ... for people.
+[[nodiscard]] std::string verdict_text(const ImportOutcome &outcome);
+
+/// What a section brought, or why it brought nothing.
+[[nodiscard]] std::string section_text(const SectionOutcome &section);
+
+/// "1 read failure, 2 texts cut", or "none".
+[[nodiscard]] std::string notices_text(const ImportOutcome &outcome);
+
+/// The summary of an import: a dozen lines.
+[[nodiscard]] std::string summary_text(const ImportOutcome &outcome, bool colour);
+
+/// The verdict of a check in one line.
+[[nodiscard]] std::string check_verdict_text(const ImportOutcome &outcome, bool colour);
+
+} // namespace kova_command
