@@ -1,0 +1,163 @@
+"""Files that are none, and files that want to do harm: each must end in a clear error, soon and in little memory."""
+
+import json
+import os
+import subprocess
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+COMMAND = os.environ["KOVA_COMMAND"]
+SANITIZED = os.environ.get("KOVA_SANITIZED") == "1"
+SECONDS = 2 if not SANITIZED else 30
+MEMORY_KB = 32 * 1024
+
+OPENING = """   11      {version}
+{title}1 2 2003 4 5 6
+7 8 2009 10 11 12
+365.0
+{systems}
+5
+1
+2
+3
+4
+9
+0.1
+0.125 0.5
+"""
+LEGACY = OPENING.replace("{version}", "2").replace("{title}", "")
+CURRENT = OPENING.replace("{version}", "3").replace("{title}", "A river\n")
+HUGE = "2000000000"
+
+
+class BadInput(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+
+    def run_import(self, path):
+        """Imports a file; gives the exit status and the JSON, and holds the import to its bounds."""
+        started = time.monotonic()
+        process = subprocess.Popen([COMMAND, "--json", "--quiet", path], stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        output = process.stdout.read()
+        process.stdout.close()
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        self.assertLess(time.monotonic() - started, SECONDS)
+        if not SANITIZED:
+            self.assertLess(usage.ru_maxrss, MEMORY_KB)
+        return process.returncode, json.loads(output)
+
+    def import_bytes(self, content):
+        path = self.folder / "model.inp"
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return self.run_import(path)
+
+    def assert_cannot_be_opened(self, path, reason):
+        status, result = self.run_import(path)
+        self.assertEqual(status, 3)
+        self.assertIn(reason, json.dumps(result["errors"]))
+
+    def assert_read_failure(self, content, line, field=None):
+        status, result = self.import_bytes(content)
+        self.assertEqual(status, 1)
+        error = result["errors"][0]
+        self.assertEqual(error["line"], line)
+        if field is not None:
+            self.assertEqual(error["field"], field)
+        return error
+
+    def test_a_file_that_is_missing(self):
+        self.assert_cannot_be_opened(self.folder / "missing", "there is no such file")
+
+    @unittest.skipIf(os.geteuid() == 0, "the superuser may read every file")
+    def test_a_file_that_may_not_be_read(self):
+        path = self.folder / "locked"
+        path.write_text("   11      2\n")
+        path.chmod(0)
+        self.assert_cannot_be_opened(path, "may not be read")
+
+    def test_a_folder(self):
+        self.assert_cannot_be_opened(self.folder, "it is a folder")
+
+    def test_a_pipe_without_a_writer(self):
+        path = self.folder / "pipe"
+        os.mkfifo(path)
+        self.assert_cannot_be_opened(path, "it is not a regular file")
+
+    def test_a_device(self):
+        self.assert_cannot_be_opened("/dev/zero", "it is not a regular file")
+
+    def test_a_path_below_a_file(self):
+        path = self.folder / "file"
+        path.write_text("")
+        self.assert_cannot_be_opened(path / "model.inp", "there is no such file")
+
+    def test_an_empty_file(self):
+        self.assert_read_failure("", 1)
+
+    def test_a_header_and_nothing_else(self):
+        self.assert_read_failure("   11      2\n", 1)
+        self.assert_read_failure("   11      3", 1)
+
+    def test_utf_16(self):
+        for encoding in ("utf-16-le", "utf-16-be"):
+            error = self.assert_read_failure(("\ufeff" + LEGACY).encode(encoding), 1)
+            self.assertIn("UTF-16", json.dumps(error))
+
+    def test_binary_bytes(self):
+        everything = bytes(range(256))
+        self.assert_read_failure(everything * 40, 1)
+        self.assert_read_failure(b"   11      2\n" + everything * 40, 2)
+
+    def test_a_line_of_100_megabytes(self):
+        path = self.folder / "long.inp"
+        for content, expected in ((b" ", 1), (b"1", 1), (b"x", 1), (b"'", 1), (b"1*", 1), (b",", None)):
+            with open(path, "wb") as file:
+                file.write(b"   11      2\n")
+                block = content * (1 << 20)
+                for _ in range(100 * 1024 * 1024 // len(block)):
+                    file.write(block)
+            status, result = self.run_import(path)
+            if expected is not None:
+                self.assertEqual(status, expected, content)
+                self.assertTrue(result["errors"])
+
+    def test_a_caption_of_100_megabytes_is_no_error(self):
+        path = self.folder / "long.inp"
+        head = LEGACY.replace("{systems}", "0") + "0\n\n0\n0\n0\n0\n0\n0 0\n"
+        with open(path, "wb") as file:
+            file.write(head.encode())
+            for _ in range(100):
+                file.write(b"c" * (1 << 20))
+            file.write(b"\ncaption\n")
+        status, _ = self.run_import(path)
+        self.assertEqual(status, 4)
+
+    def test_huge_counts_in_small_files(self):
+        segments = "1\n0.5\n1 1\nNames\n"
+        for content, field in (
+                (LEGACY.replace("{systems}", HUGE) + "0\n0 0 0\n", "bypass flag"),
+                (LEGACY.replace("{systems}", "1") + HUGE + "\n0 1\n", "time"),
+                (LEGACY.replace("{systems}", "1") + "0\n0\n" + HUGE + "\nrecord\n", None),
+                (LEGACY.replace("{systems}", "1") + "0\n0\n0\n" + HUGE + "\nrecord\n", None),
+                (LEGACY.replace("{systems}", "1") + "0\n0\n0\n0\n" + HUGE + "\n" + segments + "1 'A pool'\n", None),
+                (CURRENT.replace("{systems}", HUGE) + "0.25\nNH-34     Ammonia\n", None),
+                (CURRENT.replace("{systems}", "0") + "0.25\nSegments\n" + HUGE + "\n" + segments + "    1     A pool\n",
+                 None)):
+            status, result = self.import_bytes(content)
+            self.assertEqual(status, 1, content)
+            self.assertIn("ends here", json.dumps(result["errors"]))
+
+    def test_a_huge_repeat_count_fills_the_bypass_flags_at_once(self):
+        status, _ = self.import_bytes(
+            LEGACY.replace("{systems}", HUGE) + "0\n" + HUGE + "*0\n0\n0\n0\n0\n0\n0 0\nNames\nGeometry\n")
+        self.assertEqual(status, 4)
+
+
+if __name__ == "__main__":
+    unittest.main()
