@@ -3,7 +3,9 @@
 #include "host/number_format.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace kova_host {
@@ -26,7 +28,8 @@ float entry(const char *entries, std::size_t index) {
 
 /// Whether two numbers are written alike. Zeros of different sign are not.
 bool written_alike(float left, float right) {
-    return std::memcmp(&left, &right, sizeof left) == 0 || (std::isnan(left) && std::isnan(right));
+    return std::bit_cast<std::uint32_t>(left) == std::bit_cast<std::uint32_t>(right) ||
+           (std::isnan(left) && std::isnan(right));
 }
 
 /// The end of the run of numbers like entry `first`.
