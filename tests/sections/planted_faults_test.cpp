@@ -1,0 +1,169 @@
+// One fault in every number of every record, in small files of both formats: the library must name
+// the place and the field exactly. A wrong place is worse than none.
+
+#include "tests/support/import_run.h"
+#include "tests/support/model_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kova_test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+/// A number in a record: what it is called, and where it stands.
+struct Number {
+    std::string field;
+    std::size_t offset; ///< in the record's text
+    std::size_t width;
+};
+
+/// The fields of the free-form records, in order; texts, which cannot be wrong, have no name.
+const std::map<std::string, Names> list_fields = {
+    {"start of the simulation",
+     {"start month", "start day", "start year", "start hour", "start minute", "start second"}},
+    {"hydrodynamic skip date",
+     {"skip month", "skip day", "skip year", "skip hour", "skip minute", "skip second"}},
+    {"simulation length", {"simulation length"}},
+    {"system count", {"system count"}},
+    {"kept option", {"kept option"}},
+    {"solution type", {"solution type"}},
+    {"negative-solution option", {"negative-solution option"}},
+    {"ICRD option", {"ICRD option"}},
+    {"INTYP option", {"INTYP option"}},
+    {"unused option", {"unused option"}},
+    {"fraction of the maximum time step", {"fraction of the maximum time step"}},
+    {"time-step limits", {"minimum time step", "maximum time step"}},
+    {"output-interval count", {"output-interval count"}},
+    {"bypass flags", {"bypass flag", "bypass flag", "bypass flag"}},
+    {"first scratch count", {"first scratch count"}},
+    {"second scratch count", {"second scratch count"}},
+    {"segment count", {"segment count"}},
+    {"bed-volume option", {"bed-volume option"}},
+    {"bed time step", {"bed time step"}},
+    {"volume factors", {"volume scale factor", "volume conversion factor"}},
+};
+
+/// Those whose records are free-form in one format only.
+const std::map<std::string, Names> legacy_list_fields = {
+    {"output interval", {"time", "output interval"}},
+    {"segment name", {"segment number", ""}},
+    {"segment geometry",
+     {"segment number", "bottom segment", "segment type", "volume", "velocity multiplier",
+      "velocity exponent", "depth multiplier", "depth exponent", "length", "slope", "width",
+      "roughness", "minimum depth"}},
+};
+const std::map<std::string, Names> current_list_fields = {
+    {"output interval", {"output interval"}},
+};
+
+const Names current_geometry_fields = {"segment number",
+                                       "bottom segment",
+                                       "segment type",
+                                       "hydraulic option",
+                                       "volume",
+                                       "velocity multiplier",
+                                       "velocity exponent",
+                                       "depth multiplier",
+                                       "depth exponent",
+                                       "length",
+                                       "slope",
+                                       "width",
+                                       "roughness",
+                                       "minimum depth",
+                                       "initial surface elevation",
+                                       "bottom elevation",
+                                       "side slope",
+                                       "initial depth",
+                                       "weir height",
+                                       "weir type"};
+
+std::vector<Number> blank_separated(const std::string &text, const Names &names) {
+    std::vector<Number> numbers;
+    std::size_t start = 0;
+    for (const std::string &name : names) {
+        start = text.find_first_not_of(' ', start);
+        const std::size_t end = std::min(text.find(' ', start), text.size());
+        if (!name.empty())
+            numbers.push_back({name, start, end - start});
+        start = end;
+    }
+    return numbers;
+}
+
+/// The numbers of a record, by its format; none for captions, texts and what nobody reads.
+std::vector<Number> numbers_of(const Record &record, bool current) {
+    if (record.name == "header")
+        return {{"model type", 0, 5}, {"file version", 10, 2}};
+    if (current && record.name == "segment name")
+        return {{"segment number", 0, 5}};
+    if (current && record.name == "segment geometry") {
+        std::vector<Number> numbers;
+        for (std::size_t i = 0; i < current_geometry_fields.size(); ++i)
+            numbers.push_back(
+                {current_geometry_fields[i], i < 4 ? i * 5 : 20 + (i - 4) * 15, i < 4 ? 5U : 15U});
+        return numbers;
+    }
+    for (const auto *fields : {&list_fields, current ? &current_list_fields : &legacy_list_fields})
+        if (const auto found = fields->find(record.name); found != fields->end())
+            return blank_separated(record.text, found->second);
+    return {};
+}
+
+/// Makes a number bad and expects the library to say exactly that.
+void expect_place(const Records &records, std::size_t position, const Number &number) {
+    Records broken = records;
+    std::string &text = broken[position].text;
+    // the first column that the mark must stand under, and the column of the fault
+    const std::size_t content = text.find_first_not_of(' ', number.offset);
+    text[number.offset + number.width - 1] = '?';
+    const ImportRun run = import_text(text_of(broken));
+    const std::string context = records[position].name + ", " + number.field;
+    ASSERT_EQ(run.notices.size(), 1U) << context;
+    const Notice &notice = run.notices[0];
+    EXPECT_EQ(notice.kind, IMPORT_EXPORT_READ_FAILED) << context;
+    EXPECT_EQ(notice.statement, records[position].name) << context;
+    EXPECT_EQ(notice.statement_number, static_cast<std::int64_t>(position + 2)) << context;
+    EXPECT_EQ(notice.field, number.field) << context;
+    EXPECT_EQ(notice.line, static_cast<std::int64_t>(position + 1)) << context;
+    EXPECT_EQ(notice.column, static_cast<std::int64_t>(content + 1)) << context;
+    EXPECT_EQ(notice.width, static_cast<std::int64_t>(number.offset + number.width - content))
+        << context;
+    EXPECT_EQ(notice.found, text.substr(content, number.offset + number.width - content))
+        << context;
+    // long lines are shown from a little before the field on
+    EXPECT_EQ(notice.line_text, text.substr(static_cast<std::size_t>(notice.line_text_column - 1)))
+        << context;
+    EXPECT_LE(notice.line_text_column, notice.column) << context;
+}
+
+std::size_t plant_everywhere(const Records &records, bool current) {
+    std::size_t planted = 0;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        for (const Number &number : numbers_of(records[i], current)) {
+            expect_place(records, i, number);
+            ++planted;
+        }
+    }
+    return planted;
+}
+
+TEST(PlantedFaults, AreNamedExactlyInTheLegacyFormat) {
+    // header 2, dates 12, single numbers 9, time steps 2, intervals 1 + 2 * 2, flags 3, scratch
+    // counts 2, segments 5 + 2 + 2 * 13
+    EXPECT_EQ(plant_everywhere(legacy_records(), false),
+              2U + 12U + 9U + 2U + 5U + 3U + 2U + 5U + 2U + 26U);
+}
+
+TEST(PlantedFaults, AreNamedExactlyInTheCurrentFormat) {
+    EXPECT_EQ(plant_everywhere(current_records(), true), 2U + 12U + 9U + 2U + 1U + 5U + 2U + 40U);
+}
+
+} // namespace
+} // namespace kova_test
