@@ -38,12 +38,13 @@ enum import_export_notice_kind {
         4, /* a datum of the file has no counterpart in the current model */
     IMPORT_EXPORT_CONDITION_UNMET =
         5, /* a datum has a counterpart, but what it belongs to is not simulated */
-    IMPORT_EXPORT_CONVERTED = 6,     /* a datum comes across with another value */
-    IMPORT_EXPORT_CUT = 7,           /* a text comes across shortened */
-    IMPORT_EXPORT_DEFAULTED = 8,     /* the file leaves a datum out; the host gets a default */
-    IMPORT_EXPORT_PLACEHOLDER = 9,   /* the host gets a datum that stands for "none" */
-    IMPORT_EXPORT_CALL_REFUSED = 10, /* the host called the utility from inside a host command */
-    IMPORT_EXPORT_OUT_OF_MEMORY = 11 /* the section or the import stops for want of memory */
+    IMPORT_EXPORT_CONVERTED = 6,      /* a datum comes across with another value */
+    IMPORT_EXPORT_CUT = 7,            /* a text comes across shortened */
+    IMPORT_EXPORT_DEFAULTED = 8,      /* the file leaves a datum out; the host gets a default */
+    IMPORT_EXPORT_PLACEHOLDER = 9,    /* the host gets a datum that stands for "none" */
+    IMPORT_EXPORT_CALL_REFUSED = 10,  /* the host called the utility from inside a host command */
+    IMPORT_EXPORT_OUT_OF_MEMORY = 11, /* the section or the import stops for want of memory */
+    IMPORT_EXPORT_HOST_FAILED = 12    /* the host ended a command with an exception */
 };
 
 /* One thing that a person should know about an import. Texts are NUL-terminated and valid during

@@ -9,6 +9,10 @@
 #include "import_export.h"
 #include "legacy/sections.h"
 
+#include <array>
+#include <cstdint>
+#include <limits>
+
 namespace kova_import {
 
 namespace {
@@ -41,7 +45,7 @@ void send_current_completion_note() {
 }
 
 constexpr Family legacy_family = {
-    .first_version = 0,
+    .first_version = std::numeric_limits<std::int32_t>::min(),
     .sections = {{
         {"model parameters", 0, legacy::modelparam},
         {"segments", 5, legacy::segments},
@@ -76,19 +80,21 @@ constexpr Family current_family = {
     .send_completion_note = send_current_completion_note,
 };
 
+constexpr std::array families = {legacy_family, current_family};
+
 /// The one instance of the module's state.
 constinit ImportModule import_module{IMPORT_EXPORT};
 
 } // namespace
 
-void run_import_of_file() noexcept { run_import(import_module, legacy_family, current_family); }
+void run_import_of_file() noexcept { run_import(import_module, families); }
 
-void run_legacy_section(std::int32_t number) noexcept {
-    run_exported_section(import_module, legacy_family, number);
+void run_legacy_section(SectionNumber which) noexcept {
+    run_exported_section(import_module, legacy_family, which);
 }
 
-void run_current_section(std::int32_t number) noexcept {
-    run_exported_section(import_module, current_family, number);
+void run_current_section(SectionNumber which) noexcept {
+    run_exported_section(import_module, current_family, which);
 }
 
 void show(void (*send_page)()) noexcept {

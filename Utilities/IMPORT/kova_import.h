@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include "control/section.h"
 
 namespace kova_import {
 
@@ -8,8 +8,8 @@ namespace kova_import {
 // these.
 
 void run_import_of_file() noexcept;
-void run_legacy_section(std::int32_t number) noexcept;
-void run_current_section(std::int32_t number) noexcept;
+void run_legacy_section(SectionNumber which) noexcept;
+void run_current_section(SectionNumber which) noexcept;
 
 /// Sends an information page.
 void show(void (*send_page)()) noexcept;

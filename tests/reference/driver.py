@@ -130,9 +130,9 @@ def ask_questions(run):
 
 
 def terminated_path(field):
-    """The host's file name field with a NUL behind the path, and the path. A path that fills the field gets no NUL."""
+    """The host's file name field with a NUL behind it, where there is room, and the path, which ends at the first NUL."""
     path = field.split(b"\0")[0] if b"\0" in field else field.rstrip(b" ")
-    return fit(path + b"\0", FILE_NAME_WIDTH), path
+    return fit(field.rstrip(b" ") + b"\0", FILE_NAME_WIDTH), path
 
 
 def derive_model_file_name(host_file_name, earlier):

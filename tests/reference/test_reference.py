@@ -564,7 +564,7 @@ class Opening(unittest.TestCase):
         self.assertEqual(result.log_lines[7], '1 PINFOHTML[10] text[132] "File: ' + "p" * 126 + '"')
 
     def test_the_path_ends_at_its_first_nul(self):
-        self.assertEqual(terminated_path(b"a.inp\0junk".ljust(512)), (b"a.inp\0".ljust(512), b"a.inp"))
+        self.assertEqual(terminated_path(b"a.inp\0junk".ljust(512)), (b"a.inp\0junk\0".ljust(512), b"a.inp"))
         self.assertEqual(terminated_path(b"a b.inp".ljust(512)), (b"a b.inp\0".ljust(512), b"a b.inp"))
         self.assertEqual(terminated_path(b"p" * 512), (b"p" * 512, b"p" * 512))
 

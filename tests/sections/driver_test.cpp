@@ -224,7 +224,7 @@ TEST(Driver, ReportsAHeaderThatCannotBeReadLikeAFileThatCannotBeOpened) {
 TEST(Driver, SaysThatAFileIsInUtf16) {
     const ImportRun run = import_text(std::string("\xFF\xFE \0 \0 \0001\0", 10));
     ASSERT_EQ(run.notices.size(), 1U);
-    EXPECT_EQ(run.notices[0].reason, "The file is written in UTF-16, not as plain text.");
+    EXPECT_EQ(run.notices[0].reason, "The file is written in UTF-16 or UTF-32, not as plain text.");
     EXPECT_EQ(run.notices[0].advice, "Save it as plain text or UTF-8.");
 }
 

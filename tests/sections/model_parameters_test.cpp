@@ -265,8 +265,8 @@ void expect_fault(const Records &records, const Fault &fault, bool in_pane) {
     const std::string counter = std::to_string(position + 2);
     ASSERT_FALSE(run.console.empty()) << fault.record;
     EXPECT_EQ(run.console.back(), "Error Reading Import File at Line: " + counter) << fault.record;
-    ASSERT_EQ(run.notices.size(), 1U) << fault.record;
-    const Notice &notice = run.notices[0];
+    ASSERT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 1U) << fault.record;
+    const Notice notice = run.notices_of(IMPORT_EXPORT_READ_FAILED)[0];
     EXPECT_EQ(notice.kind, IMPORT_EXPORT_READ_FAILED);
     EXPECT_EQ(notice.statement, fault.record);
     EXPECT_EQ(notice.statement_number, position + 2);
@@ -274,8 +274,7 @@ void expect_fault(const Records &records, const Fault &fault, bool in_pane) {
     EXPECT_EQ(notice.column, fault.column) << fault.record;
     EXPECT_EQ(notice.field, fault.field) << fault.record;
     EXPECT_EQ(notice.found, fault.found) << fault.record;
-    const std::size_t quotes = fault.text[fault.column - 1] == '\'' ? 2 : 0;
-    EXPECT_EQ(notice.width, static_cast<std::int64_t>(notice.found.size() + quotes));
+    EXPECT_EQ(notice.width, static_cast<std::int64_t>(notice.found.size()));
     EXPECT_EQ(notice.line_text, fault.text);
     EXPECT_FALSE(notice.expected.empty());
     EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
@@ -302,15 +301,15 @@ void expect_fault(const Records &records, const Fault &fault, bool in_pane) {
 const std::vector<Fault> faults_of_both_formats = {
     {"start of the simulation", 0, "1 2 2003 4 x 6", "start minute", 12, "x"},
     {"start of the simulation", 0, "1.5 2 2003 4 5 6", "start month", 1, "1.5"},
-    {"hydrodynamic skip date", 0, "7 8 '2009' 10 11 12", "skip year", 5, "2009"},
+    {"hydrodynamic skip date", 0, "7 8 '2009' 10 11 12", "skip year", 5, "'2009'"},
     {"simulation length", 0, "year", "simulation length", 1, "year"},
     {"system count", 0, "99999999999", "system count", 1, "99999999999"},
-    {"kept option", 0, "0*1", "repeat count", 1, "0"},
+    {"option behind the system count", 0, "0*1", "repeat count", 1, "0"},
     {"solution type", 0, "one", "solution type", 1, "one"},
     {"negative-solution option", 0, "1;2", "negative-solution option", 1, "1;2"},
     {"ICRD option", 0, "-", "ICRD option", 1, "-"},
     {"INTYP option", 0, " 0x1", "INTYP option", 2, "0x1"},
-    {"unused option", 0, "NaN", "unused option", 1, "NaN"},
+    {"option behind INTYP", 0, "NaN", "option behind INTYP", 1, "NaN"},
     {"fraction of the maximum time step", 0, "Inf", "fraction of the maximum time step", 1, "Inf"},
     {"time-step limits", 0, "0.125 1e99", "maximum time step", 7, "1e99"},
     {"time-step limits", 0, "1e 0.5", "minimum time step", 1, "1e"},
@@ -324,8 +323,10 @@ TEST(LegacyModelParameters, AFaultInAnyRecordStopsTheImport) {
              {"output interval", 0, "x 1.5", "time", 1, "x"},
              {"output interval", 1, "10 .", "output interval", 4, "."},
              {"bypass flags", 0, "0 0 yes", "bypass flag", 5, "yes"},
-             {"first scratch count", 0, "many", "first scratch count", 1, "many"},
-             {"second scratch count", 0, "1.", "second scratch count", 1, "1."},
+             {"count of the first skipped block", 0, "many", "count of the first skipped block", 1,
+              "many"},
+             {"count of the second skipped block", 0, "1.", "count of the second skipped block", 1,
+              "1."},
          })
         expect_fault(legacy_records(), fault, false);
 }
@@ -344,8 +345,8 @@ void expect_end_at_every_record(const Records &records, std::size_t block_size) 
             continue; // the record behind it finds the end
         const ImportRun run = import_text(
             text_of({records.begin(), records.begin() + static_cast<std::ptrdiff_t>(i)}));
-        ASSERT_EQ(run.notices.size(), 1U) << records[i].name;
-        EXPECT_EQ(run.notices[0].statement, records[i].name);
+        ASSERT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 1U) << records[i].name;
+        EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED)[0].statement, records[i].name);
         EXPECT_EQ(run.console.back(),
                   "Error Reading Import File at Line: " + std::to_string(i + 2));
         EXPECT_FALSE(sends_any(run, model_keywords)) << records[i].name;
@@ -423,8 +424,9 @@ TEST(CurrentModelParameters, AHugeCountOfSystemsEndsWithTheFile) {
     const ImportRun run =
         import_text(text_of(with(current_records(), "system count", "2000000000")));
     EXPECT_TRUE(run.arguments_of("PNUMSYS").empty());
-    EXPECT_EQ(run.notices.at(0).statement, "system name");
-    EXPECT_EQ(run.notices.at(0).reason, "The file ends here, but the section is not complete.");
+    EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).at(0).statement, "system name");
+    EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).at(0).reason,
+              "The file ends here, but the section is not complete.");
 }
 
 } // namespace

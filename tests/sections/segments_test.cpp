@@ -291,7 +291,8 @@ TEST(LegacySegments, AGeometryRecordMayRunOverLinesAndStillCountsOnce) {
     const auto position = position_of(records, "segment geometry", 1);
     EXPECT_EQ(run.console.back(),
               "Error Reading Import File at Line: " + std::to_string(position + 2));
-    EXPECT_EQ(run.notices.at(0).line, static_cast<std::int64_t>(position + 1 + 3));
+    EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).at(0).line,
+              static_cast<std::int64_t>(position + 1 + 3));
 }
 
 TEST(LegacySegments, ValuesThatARecordLeavesOutAreZero) {
@@ -337,8 +338,8 @@ void expect_fault(const Records &records, const Fault &fault) {
         import_text(text_of(with(records, fault.record, fault.text, fault.occurrence)));
     const auto position =
         static_cast<std::int64_t>(position_of(records, fault.record, fault.occurrence));
-    ASSERT_EQ(run.notices.size(), 1U) << fault.record;
-    const Notice &notice = run.notices[0];
+    ASSERT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 1U) << fault.record;
+    const Notice notice = run.notices_of(IMPORT_EXPORT_READ_FAILED)[0];
     EXPECT_EQ(notice.section_name, "segments");
     EXPECT_EQ(notice.statement, fault.record);
     EXPECT_EQ(notice.statement_number, position + 2) << fault.record;
@@ -426,8 +427,8 @@ TEST(Segments, TheEndOfTheFileBeforeTheUnguardedCaptionIsFoundByTheNextRecord) {
         const std::size_t caption = position_of(records, "caption of the segment geometry");
         records.resize(caption);
         const ImportRun run = import_text(text_of(records));
-        ASSERT_EQ(run.notices.size(), 1U);
-        EXPECT_EQ(run.notices[0].statement, "segment geometry");
+        ASSERT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 1U);
+        EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED)[0].statement, "segment geometry");
         // both statements have counted
         EXPECT_EQ(run.console.back(),
                   "Error Reading Import File at Line: " + std::to_string(caption + 3));
@@ -453,8 +454,8 @@ TEST(Segments, TheEndOfTheFileInAnyRecordSendsNothingOfTheSection) {
                 continue;
             const ImportRun run = import_text(
                 text_of({records.begin(), records.begin() + static_cast<std::ptrdiff_t>(i)}));
-            ASSERT_EQ(run.notices.size(), 1U);
-            EXPECT_EQ(run.notices[0].statement, records[i].name);
+            ASSERT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 1U);
+            EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED)[0].statement, records[i].name);
             EXPECT_TRUE(run.arguments_of("PNUMSEG").empty());
         }
     }
@@ -465,7 +466,7 @@ TEST(Segments, AHugeCountEndsWithTheFile) {
         const ImportRun run = import_text(text_of(
             with(current ? current_records() : legacy_records(), "segment count", "2000000000")));
         EXPECT_TRUE(run.arguments_of("PNUMSEG").empty());
-        EXPECT_EQ(run.notices.at(0).kind, IMPORT_EXPORT_READ_FAILED);
+        EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).at(0).kind, IMPORT_EXPORT_READ_FAILED);
     }
 }
 

@@ -17,12 +17,12 @@ const Records period_records = {
 };
 
 const Records option_records = {
-    {"kept option", "5"},
+    {"option behind the system count", "5"},
     {"solution type", "1"},
     {"negative-solution option", "2"},
     {"ICRD option", "3"},
     {"INTYP option", "4"},
-    {"unused option", "9"},
+    {"option behind INTYP", "9"},
     {"fraction of the maximum time step", "0.75"},
     {"time-step limits", "0.125 0.5"},
 };
@@ -51,11 +51,11 @@ Records legacy_records() {
                         {"output interval", "0 1.5"},
                         {"output interval", "10 0.25"},
                         {"bypass flags", "0 0 1"},
-                        {"first scratch count", "1"},
-                        {"first scratch record", "what nobody reads"},
-                        {"second scratch count", "2"},
-                        {"second scratch record", "1 2 3"},
-                        {"second scratch record", ""},
+                        {"count of the first skipped block", "1"},
+                        {"record of the first skipped block", "what nobody reads"},
+                        {"count of the second skipped block", "2"},
+                        {"record of the second skipped block", "1 2 3"},
+                        {"record of the second skipped block", ""},
                     });
     append(records, segment_setting_records);
     append(records, {

@@ -1,4 +1,5 @@
 #include "control/number_text.h"
+#include "control/plain_number.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,26 @@ std::optional<std::uint32_t> bits_of(std::optional<float> value) {
     if (!value)
         return std::nullopt;
     return std::bit_cast<std::uint32_t>(*value);
+}
+
+std::optional<std::int32_t> integer_field(std::string_view field) {
+    std::int32_t value = 0;
+    return convert_field(field, value) ? std::optional(value) : std::nullopt;
+}
+
+std::optional<float> real_field(std::string_view field, std::size_t implied_decimals) {
+    float value = 0;
+    return convert_field(field, implied_decimals, value) ? std::optional(value) : std::nullopt;
+}
+
+/// A plain number from the start of a text; `length` is how much of the text it took.
+template <class T>
+std::optional<T> plain(std::string_view text, std::size_t &length) {
+    const char *first = text.data();
+    T value{};
+    const bool taken = take_plain_number(first, text.data() + text.size(), value);
+    length = static_cast<std::size_t>(first - text.data());
+    return taken ? std::optional(value) : std::nullopt;
 }
 
 struct RealCase {
@@ -178,11 +199,10 @@ void expect_all_ways_agree(const std::string &text) {
     const char *const start = text.data() + (text.front() == '+' ? 1 : 0);
     ASSERT_EQ(std::from_chars(start, text.data() + text.size(), expected).ec, std::errc{}) << text;
     ASSERT_EQ(bits_of(number_of(text).real()), bits_of(expected)) << text;
-    const char *first = text.data();
-    const std::optional<float> plain = plain_real(first, text.data() + text.size());
-    if (plain) {
-        ASSERT_EQ(bits_of(plain), bits_of(expected)) << text;
-        ASSERT_EQ(first, text.data() + text.size()) << text;
+    std::size_t length = 0;
+    if (const std::optional<float> value = plain<float>(text, length)) {
+        ASSERT_EQ(bits_of(value), bits_of(expected)) << text;
+        ASSERT_EQ(length, text.size()) << text;
     }
 }
 
@@ -216,17 +236,48 @@ TEST(NumberText, AgreesWithTheLibraryAroundTheMiddleOfTwoNumbers) {
     }
 }
 
-TEST(NumberText, LeavesWhatNeedsTheLongWayAlone) {
-    for (const std::string &text :
-         std::vector<std::string>{"", "+", ".", "-.", "1234567890123456", "abc", "16777217.0"}) {
-        const char *first = text.data();
-        EXPECT_EQ(plain_real(first, text.data() + text.size()), std::nullopt) << text;
-        EXPECT_EQ(first, text.data()) << text;
+TEST(NumberText, AgreesWithTheLibraryOnExponents) {
+    std::mt19937_64 random(20193);
+    for (int i = 0; i < 200000; ++i) {
+        std::string text = std::to_string(random() % 10000000);
+        if (random() % 2 == 0)
+            text.insert(random() % (text.size() + 1), ".");
+        if (text == ".")
+            continue;
+        text += random() % 2 == 0 ? "e" : "E";
+        text += std::to_string(static_cast<int>(random() % 61) - 30);
+        expect_all_ways_agree(text);
     }
-    for (const std::string &text : std::vector<std::string>{"", "-", "1234567890", "x"}) {
-        const char *first = text.data();
-        EXPECT_EQ(plain_integer(first, text.data() + text.size()), std::nullopt) << text;
-        EXPECT_EQ(first, text.data()) << text;
+}
+
+TEST(PlainNumber, TakesWhatFilesAreMadeOf) {
+    struct Case {
+        const char *text;
+        float value;
+        std::size_t length;
+    };
+    for (const Case &each : std::vector<Case>{{"12.5 7", 12.5F, 4},
+                                              {"-.5,", -0.5F, 3},
+                                              {"+3.", 3.0F, 3},
+                                              {"1E3/", 1000.0F, 3},
+                                              {"1.5e-02x", 0.015F, 7},
+                                              {"0.1234E+05\n", 12340.0F, 10}}) {
+        std::size_t length = 0;
+        EXPECT_EQ(plain<float>(each.text, length), each.value) << each.text;
+        EXPECT_EQ(length, each.length) << each.text;
+    }
+}
+
+TEST(PlainNumber, LeavesWhatNeedsTheLongWayAlone) {
+    std::size_t length = 0;
+    for (const char *text : {"", "+", ".", "-.", "1234567890123456", "abc", "16777217.0", "1e",
+                             "1e+", "1e1234", "1e23", "1e-23"}) {
+        EXPECT_EQ(plain<float>(text, length), std::nullopt) << text;
+        EXPECT_EQ(length, 0U) << text;
+    }
+    for (const char *text : {"", "-", "1234567890", "x"}) {
+        EXPECT_EQ(plain<std::int32_t>(text, length), std::nullopt) << text;
+        EXPECT_EQ(length, 0U) << text;
     }
 }
 

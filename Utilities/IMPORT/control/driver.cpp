@@ -8,7 +8,10 @@
 #include "control/notices.h"
 #include "control/short_text.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <new>
+#include <span>
 #include <string_view>
 
 namespace kova_import {
@@ -17,6 +20,7 @@ namespace {
 
 void reset(ImportModule &module) {
     import_export_data cleared = initial_data();
+    cleared.layout = module.shared.layout;
     cleared.notice = module.shared.notice;
     cleared.notice_context = module.shared.notice_context;
     module.shared = cleared;
@@ -36,8 +40,7 @@ std::int32_t ask(const char (&title_text)[title], const char (&question_text)[qu
 }
 
 void ask_for_options(ImportModule &module) {
-    // Users and their scripts expect this question first. Nothing has depended on its answer for a
-    // long time.
+    // Users and their scripts expect this question first; nothing depends on its answer.
     ask("Set Verbose Option:", "Yes or No?", "Yes", "No");
     if (ask("Import Options", "Import Network/Transport or All ?", "Transport Only", "All") == 0)
         module.shared.transport_only = 1;
@@ -75,12 +78,11 @@ void ask_for_file(ImportModule &module) {
     send<"GFILENAME">(Result{name});
     module.reader.start_counting();
     module.shared.import_error = 0;
+    module.path.assign(path_in(name));
     const FixedText<512> answer = name;
-    name.assign({path_in(answer), nul});
+    name.assign({answer.trimmed(), nul});
     name_model_file(name, module.model_file_name);
 }
-
-std::string_view path_of(const ImportModule &module) { return path_in(module.host_file_name); }
 
 void report_open_failure(const ImportModule &module) {
     start_report_line();
@@ -93,23 +95,17 @@ void report_open_failure(const ImportModule &module) {
     send<"PINFOHTML">(message);
 }
 
-void fail_to_open(const ImportModule &module, const char *reason) {
-    ShortText<512> path;
-    path.assign(path_of(module));
-    give_open_failure(module, path.c_str(), reason);
-    report_open_failure(module);
-}
-
 bool open_file(ImportModule &module) {
     const char *reason = nullptr;
     try {
-        reason = module.reader.stream().open(path_of(module));
+        reason = module.reader.stream().open(module.path.view());
     } catch (const std::bad_alloc &) {
         reason = "there is not enough memory";
     }
     if (reason == nullptr)
         return true;
-    fail_to_open(module, reason);
+    give_reason(module, IMPORT_EXPORT_OPEN_FAILED, reason);
+    report_open_failure(module);
     return false;
 }
 
@@ -118,6 +114,7 @@ bool open_at_header(ImportModule &module) {
     if (!open_file(module))
         return false;
     RecordReader &reader = module.reader;
+    reader.start_counting(0); // the first section reads the header again, and counts it then
     reader.fixed<"(I5,5x,I2)">("header", field("model type", module.shared.model_type),
                                field("file version", module.shared.file_version));
     if (!reader.ok()) {
@@ -149,14 +146,21 @@ void run_sections(ImportModule &module, const Family &family) {
     send<"PPROGRESS">(std::int32_t{100});
 }
 
-void import_file(ImportModule &module, const Family &legacy, const Family &current) {
+const Family &family_of(std::int32_t file_version, std::span<const Family> families) {
+    std::size_t i = families.size() - 1;
+    while (i > 0 && file_version < families[i].first_version)
+        --i;
+    return families[i];
+}
+
+void import_file(ImportModule &module, std::span<const Family> families) {
     reset(module);
     ask_for_options(module);
     ask_for_file(module);
     if (!open_at_header(module))
         return;
-    const Family &family = module.shared.file_version >= current.first_version ? current : legacy;
     send_intro();
+    const Family &family = family_of(module.shared.file_version, families);
     run_sections(module, family);
     ask("Continue", "Click Okay to Continue", "Okay", "No");
     module.reader.stream().close();
@@ -165,18 +169,20 @@ void import_file(ImportModule &module, const Family &legacy, const Family &curre
 
 } // namespace
 
-void run_import(ImportModule &module, const Family &legacy, const Family &current) noexcept {
+void run_import(ImportModule &module, std::span<const Family> families) noexcept {
     const RunningScope running(module.running);
     const FloatingPointScope floating_point;
     try {
         if (running.entered())
-            import_file(module, legacy, current);
+            import_file(module, families);
         else
             give_reason(module, IMPORT_EXPORT_CALL_REFUSED,
                         "The import was started from inside a host command.");
     } catch (...) {
-        // Only a host that throws out of a host command gets here; the import ends where it stands.
+        // The import ends where it stands.
         module.shared.import_error = 1;
+        give_reason(module, IMPORT_EXPORT_HOST_FAILED,
+                    "The host ended a command with an exception.");
     }
     if (running.entered()) {
         module.reader.stream().close();

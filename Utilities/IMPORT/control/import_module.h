@@ -2,6 +2,7 @@
 
 #include "control/fixed_text.h"
 #include "control/record_reader.h"
+#include "control/short_text.h"
 #include "import_export.h"
 
 #include <array>
@@ -22,17 +23,22 @@ inline constexpr std::size_t legacy_system_count = 28;
     return data;
 }
 
+/// Tells the host of an item that a record leaves out. `module` is the `ImportModule`.
+void give_left_out(void *module, const char *field, FilePlace place);
+
 /// What the sections of one import share, beside the exported data block.
 struct ImportModule {
     explicit constexpr ImportModule(import_export_data &data)
         : shared(data), reader(data.line_counter) {
         model_file_name.fill('\0');
+        reader.on_left_out(give_left_out, this);
     }
 
     import_export_data &shared; ///< live: the host may read and write it at any time
     RecordReader reader;
 
     FixedText<512> host_file_name;
+    ShortText<512> path;            ///< of the import file, as it is opened
     FixedText<512> model_file_name; ///< keeps what stands behind its ".KIF" from import to import
 
     float simulation_length = 0;  ///< days

@@ -13,14 +13,6 @@ namespace kova_import {
 
 namespace {
 
-/// One line of the version page, cut or padded to its field.
-template <std::size_t width>
-TerminatedText<width> page_line(std::string_view label, std::string_view value) {
-    FixedText<width> line;
-    line.assign({label, value});
-    return {line};
-}
-
 void send_row(std::string_view label, std::string_view value) {
     send<"PINFOHTML">("</td></tr><tr style=\"font-weight: bold;\" align=\"Left\"><td>");
     send<"PINFOHTML">(page_line<30>(label, value));

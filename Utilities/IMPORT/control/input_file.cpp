@@ -28,6 +28,14 @@ const char *reason_of(int error) {
     }
 }
 
+int open_for_reading(const char *path, int more_flags) {
+    for (;;) {
+        const int handle = ::open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | more_flags);
+        if (handle >= 0 || errno != EINTR)
+            return handle;
+    }
+}
+
 } // namespace
 
 const char *InputFile::open(std::string_view path) {
@@ -41,15 +49,18 @@ const char *InputFile::open(std::string_view path) {
 
     close();
     // Without O_NONBLOCK a pipe would wait for a writer before it can be told from a file.
-    int handle = -1;
-    do
-        handle = ::open(terminated.data(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-    while (handle < 0 && errno == EINTR);
+    struct stat status {};
+    int handle = open_for_reading(terminated.data(), O_NONBLOCK);
+    if (handle < 0 && errno == EWOULDBLOCK && ::stat(terminated.data(), &status) == 0 &&
+        S_ISREG(status.st_mode))
+        handle = open_for_reading(terminated.data(), 0); // a file server gives it back in a moment
     if (handle < 0)
         return reason_of(errno);
-    struct stat status {};
-    if (::fstat(handle, &status) != 0 || !S_ISREG(status.st_mode)) {
+    const bool known = ::fstat(handle, &status) == 0;
+    if (!known || !S_ISREG(status.st_mode)) {
         ::close(handle);
+        if (!known)
+            return "the system cannot open the file";
         return S_ISDIR(status.st_mode) ? "it is a folder" : "it is not a regular file";
     }
     handle_ = handle;

@@ -4,8 +4,15 @@ namespace kova_import {
 
 namespace {
 
-const char *reason_of(ReadFailureKind kind) {
-    switch (kind) {
+bool is_empty_file(const ReadFailure &failure) {
+    return failure.kind == ReadFailureKind::end_of_file && failure.place.line == 1 &&
+           failure.place.column == 1;
+}
+
+const char *reason_of(const ReadFailure &failure) {
+    if (is_empty_file(failure))
+        return "The file is empty.";
+    switch (failure.kind) {
     case ReadFailureKind::none:
         break;
     case ReadFailureKind::bad_value:
@@ -18,13 +25,15 @@ const char *reason_of(ReadFailureKind kind) {
         return "The system could not read the file any further.";
     case ReadFailureKind::not_open:
         return "There is no open import file.";
-    case ReadFailureKind::utf16:
-        return "The file is written in UTF-16, not as plain text.";
+    case ReadFailureKind::wide_text:
+        return "The file is written in UTF-16 or UTF-32, not as plain text.";
     }
     return "";
 }
 
 const char *advice_of(const ReadFailure &failure) {
+    if (is_empty_file(failure))
+        return "";
     switch (failure.kind) {
     case ReadFailureKind::end_of_file:
         return "Check that the file was copied whole and that the counts before this place are "
@@ -33,7 +42,7 @@ const char *advice_of(const ReadFailure &failure) {
         return "Close the text with the quote that opens it.";
     case ReadFailureKind::not_open:
         return "Call importexport, which opens the file and runs the sections.";
-    case ReadFailureKind::utf16:
+    case ReadFailureKind::wide_text:
         return "Save it as plain text or UTF-8.";
     case ReadFailureKind::none:
     case ReadFailureKind::bad_value:
@@ -51,20 +60,27 @@ import_export_notice start_notice(const ImportModule &module, import_export_noti
     notice.kind = kind;
     notice.section = module.section_number;
     notice.section_name = module.section_name;
-    notice.statement = "";
+    notice.statement = module.reader.statement();
+    notice.statement_number = module.reader.line_counter();
     notice.field = "";
     notice.expected = "";
     notice.found = "";
     notice.reason = "";
     notice.advice = "";
     notice.line_text = "";
-    notice.path = "";
+    notice.path = module.path.c_str();
     return notice;
 }
 
 void give(const ImportModule &module, const import_export_notice &notice) {
-    if (module.shared.notice != nullptr)
+    if (module.shared.notice == nullptr)
+        return;
+    try {
         module.shared.notice(module.shared.notice_context, &notice);
+    } catch (...) {
+        // What a host does with a notice must not change what it is sent.
+        return;
+    }
 }
 
 void give_read_failure(const ImportModule &module) {
@@ -79,7 +95,7 @@ void give_read_failure(const ImportModule &module) {
     notice.expected = failure.expected;
     notice.found = failure.found.c_str();
     notice.found_length = failure.found.view().size();
-    notice.reason = reason_of(failure.kind);
+    notice.reason = reason_of(failure);
     notice.advice = advice_of(failure);
     notice.line_text = failure.line_text.c_str();
     notice.line_text_length = failure.line_text.view().size();
@@ -87,16 +103,21 @@ void give_read_failure(const ImportModule &module) {
     give(module, notice);
 }
 
-void give_open_failure(const ImportModule &module, const char *path, const char *reason) {
-    import_export_notice notice = start_notice(module, IMPORT_EXPORT_OPEN_FAILED);
-    notice.path = path;
-    notice.reason = reason;
-    give(module, notice);
+void give_left_out(void *module, const char *field, FilePlace place) {
+    const ImportModule &import_module = *static_cast<const ImportModule *>(module);
+    import_export_notice notice = start_notice(import_module, IMPORT_EXPORT_DEFAULTED);
+    notice.line = place.line;
+    notice.column = place.column;
+    notice.field = field;
+    notice.reason = "The record leaves the value out; it keeps its default.";
+    give(import_module, notice);
 }
 
-void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason) {
+void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
+                 std::int64_t number) {
     import_export_notice notice = start_notice(module, kind);
     notice.reason = reason;
+    notice.number = number;
     give(module, notice);
 }
 

@@ -3,11 +3,11 @@
 #include "control/import_module.h"
 #include "import_export.h"
 
-#include <string_view>
+#include <cstdint>
 
 namespace kova_import {
 
-/// A notice with the section, the statement and the place at which the module stands, and nothing
+/// A notice with the file, the section and the statement at which the module stands, and nothing
 /// else.
 [[nodiscard]] import_export_notice start_notice(const ImportModule &module,
                                                 import_export_notice_kind kind);
@@ -18,10 +18,9 @@ void give(const ImportModule &module, const import_export_notice &notice);
 /// The failed read of the module's reader.
 void give_read_failure(const ImportModule &module);
 
-/// `path` cannot be opened, for `reason`.
-void give_open_failure(const ImportModule &module, const char *path, const char *reason);
-
-/// Something that needs only a sentence.
-void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason);
+/// Something that needs only a sentence, and perhaps the number of the segment, system, function,
+/// parameter or constant.
+void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
+                 std::int64_t number = 0);
 
 } // namespace kova_import

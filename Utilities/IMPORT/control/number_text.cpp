@@ -1,7 +1,8 @@
 #include "control/number_text.h"
 
+#include "control/plain_number.h"
+
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -159,55 +160,6 @@ std::optional<float> NumberText::round(std::int64_t exponent) const {
     return negative_ ? -value : value;
 }
 
-std::optional<float> plain_real(const char *&first, const char *last) {
-    static constexpr std::array<double, 16> powers_of_ten = {
-        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    const char *position = first;
-    const bool negative = position != last && *position == '-';
-    if (position != last && is_sign(*position))
-        ++position;
-    std::uint64_t digits = 0;
-    const char *const start = position;
-    while (position != last && is_digit(*position))
-        digits = digits * 10 + static_cast<std::uint64_t>(*position++ - '0');
-    std::ptrdiff_t digit_count = position - start;
-    std::ptrdiff_t decimals = 0;
-    if (position != last && *position == '.') {
-        const char *const point = position++;
-        while (position != last && is_digit(*position))
-            digits = digits * 10 + static_cast<std::uint64_t>(*position++ - '0');
-        decimals = position - point - 1;
-        digit_count += decimals;
-    }
-    // Up to 15 digits and the power of ten are exact in double precision, so the quotient is
-    // rounded once. It may round a second time on the way to single precision only from the exact
-    // middle between two numbers.
-    if (digit_count == 0 || digit_count > 15)
-        return std::nullopt;
-    const double value =
-        static_cast<double>(digits) / powers_of_ten[static_cast<std::size_t>(decimals)];
-    constexpr std::uint64_t below_single_precision = (std::uint64_t{1} << 29) - 1;
-    if ((std::bit_cast<std::uint64_t>(value) & below_single_precision) == std::uint64_t{1} << 28)
-        return std::nullopt;
-    first = position;
-    return static_cast<float>(negative ? -value : value);
-}
-
-std::optional<std::int32_t> plain_integer(const char *&first, const char *last) {
-    const char *position = first;
-    const bool negative = position != last && *position == '-';
-    if (position != last && is_sign(*position))
-        ++position;
-    std::int32_t value = 0;
-    const char *const start = position;
-    while (position != last && is_digit(*position) && position - start < 9)
-        value = value * 10 + (*position++ - '0');
-    if (position == start || (position != last && is_digit(*position)))
-        return std::nullopt;
-    first = position;
-    return negative ? -value : value;
-}
-
 namespace {
 
 NumberText number_of(std::string_view field) {
@@ -218,39 +170,38 @@ NumberText number_of(std::string_view field) {
     return number;
 }
 
-std::string_view without_blanks_around(std::string_view field) {
-    const std::size_t first = field.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return field.substr(first, field.find_last_not_of(' ') - first + 1);
+const char *behind_blanks(const char *first, const char *last) {
+    while (first != last && *first == ' ')
+        ++first;
+    return first;
+}
+
+/// Converts a field, the long way only when it holds more than a plain number and blanks around it.
+template <class T, class... Decimals>
+bool convert(std::string_view field, std::optional<T> (NumberText::*long_way)(Decimals...) const,
+             T &value, Decimals... implied_decimals) {
+    const char *const last = field.data() + field.size();
+    const char *first = behind_blanks(field.data(), last);
+    T plain{};
+    if (first == last || (take_plain_number(first, last, plain, implied_decimals...) &&
+                          behind_blanks(first, last) == last)) {
+        value = plain;
+        return true;
+    }
+    const std::optional<T> converted = (number_of(field).*long_way)(implied_decimals...);
+    if (converted)
+        value = *converted;
+    return converted.has_value();
 }
 
 } // namespace
 
-std::optional<std::int32_t> integer_field(std::string_view field) {
-    const std::string_view text = without_blanks_around(field);
-    if (text.empty())
-        return 0;
-    const char *first = text.data();
-    const char *const last = first + text.size();
-    const std::optional<std::int32_t> plain = plain_integer(first, last);
-    if (plain && first == last)
-        return plain;
-    return number_of(text).integer();
+bool convert_field(std::string_view field, std::int32_t &value) {
+    return convert(field, &NumberText::integer, value);
 }
 
-std::optional<float> real_field(std::string_view field, std::size_t implied_decimals) {
-    const std::string_view text = without_blanks_around(field);
-    if (text.empty())
-        return 0.0F;
-    if (text.find('.') != std::string_view::npos) {
-        const char *first = text.data();
-        const char *const last = first + text.size();
-        const std::optional<float> plain = plain_real(first, last);
-        if (plain && first == last)
-            return plain;
-    }
-    return number_of(text).real(implied_decimals);
+bool convert_field(std::string_view field, std::size_t implied_decimals, float &value) {
+    return convert(field, &NumberText::real, value, implied_decimals);
 }
 
 } // namespace kova_import

@@ -60,14 +60,10 @@ class NumberText {
     std::int64_t exponent_ = 0;
 };
 
-/// Reads the plain numbers that files are made of at full speed: [sign] digits [. digits], from
-/// `first` on. On success `first` is behind the number. Nothing (and `first` unmoved) for texts
-/// that need the long way, valid or not.
-[[nodiscard]] std::optional<float> plain_real(const char *&first, const char *last);
-[[nodiscard]] std::optional<std::int32_t> plain_integer(const char *&first, const char *last);
-
-/// A fixed-column field: blanks are ignored wherever they stand, and a blank field is 0.
-[[nodiscard]] std::optional<std::int32_t> integer_field(std::string_view field);
-[[nodiscard]] std::optional<float> real_field(std::string_view field, std::size_t implied_decimals);
+/// A fixed-column field: blanks are ignored wherever they stand, and a blank field is 0. Says
+/// whether it could be converted; if not, `value` is unchanged.
+[[nodiscard]] bool convert_field(std::string_view field, std::int32_t &value);
+[[nodiscard]] bool convert_field(std::string_view field, std::size_t implied_decimals,
+                                 float &value);
 
 } // namespace kova_import

@@ -1,5 +1,7 @@
 #include "control/record_reader.h"
 
+#include "control/plain_number.h"
+
 #include <limits>
 #include <optional>
 
@@ -24,9 +26,9 @@ constexpr bool is_delimiter(int character) { return character == '\'' || charact
 
 } // namespace
 
-void RecordReader::start_counting() {
-    line_counter_ = 1;
-    *exported_counter_ = 1;
+void RecordReader::start_counting(std::int64_t first) {
+    line_counter_ = first;
+    *exported_counter_ = saturated_line_counter();
     statement_ = "";
     start_section();
 }
@@ -35,8 +37,7 @@ bool RecordReader::begin_statement(const char *statement) {
     if (!ok())
         return false;
     ++line_counter_;
-    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
-    *exported_counter_ = static_cast<std::int32_t>(std::min(line_counter_, largest));
+    *exported_counter_ = saturated_line_counter();
     statement_ = statement;
     if (stream_.is_open())
         return true;
@@ -44,34 +45,31 @@ bool RecordReader::begin_statement(const char *statement) {
     return false;
 }
 
+std::int32_t RecordReader::saturated_line_counter() const {
+    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::min(line_counter_, largest));
+}
+
 // Fixed-column records
 
 bool RecordReader::fixed_field(std::string_view line, const LayoutField &column,
                                Field<std::int32_t> item) {
-    const std::optional<std::int32_t> value =
-        integer_field(line.substr(std::min(line.size(), column.offset), column.width));
-    if (!value)
-        return fail_field(line, column, item.name, an_integer);
-    *item.target = *value;
-    return true;
+    return convert_field(text_in(line, column), *item.target) ||
+           fail_field(line, column, item.name, an_integer);
 }
 
 bool RecordReader::fixed_field(std::string_view line, const LayoutField &column,
                                Field<float> item) {
-    const std::optional<float> value = real_field(
-        line.substr(std::min(line.size(), column.offset), column.width), column.decimals);
-    if (!value)
-        return fail_field(line, column, item.name, a_real);
-    *item.target = *value;
-    return true;
+    return convert_field(text_in(line, column), column.decimals, *item.target) ||
+           fail_field(line, column, item.name, a_real);
 }
 
 // Free-form lists
 
-void RecordReader::Value::start(FilePlace at) {
-    place = at;
+void RecordReader::Value::start(StreamMark at) {
+    mark = at;
     width = 0;
-    delimited = false;
+    delimiter = '\0';
     only_digits = true;
     number.clear();
     text_length = 0;
@@ -192,7 +190,7 @@ RecordReader::Item RecordReader::end_list_at_slash() {
 // Takes the value at which the stream stands, with its repeat count if it has one. The stream is
 // behind it then.
 RecordReader::Item RecordReader::take_value() {
-    value_.start(stream_.place());
+    value_.start(stream_.mark());
     bool repeated = false;
     for (;;) {
         const int character = stream_.peek();
@@ -218,13 +216,12 @@ bool RecordReader::take_repeat_count() {
     if (!count || *count == 0)
         return fail_value("repeat count", "a repeat count from 1 to 2147483647");
     repeats_left_ = *count - 1;
-    value_.start(stream_.place());
+    value_.start(stream_.mark());
     return true;
 }
 
 RecordReader::Item RecordReader::take_delimited(char delimiter) {
-    value_.delimited = true;
-    value_.line_start = stream_.line_start();
+    value_.delimiter = delimiter;
     stream_.advance();
     value_.width = 1;
     for (;;) {
@@ -232,7 +229,7 @@ RecordReader::Item RecordReader::take_delimited(char delimiter) {
         if (character == RecordStream::end_of_file) {
             fail(stream_.read_error() ? ReadFailureKind::system_error
                                       : ReadFailureKind::open_delimiter,
-                 value_.place, value_.width, value_.kept());
+                 value_.mark.place(), value_.width, value_.kept());
             return Item::failed;
         }
         ++value_.width;
@@ -245,6 +242,7 @@ RecordReader::Item RecordReader::take_delimited(char delimiter) {
             if (stream_.peek() != delimiter)
                 break;
             stream_.advance();
+            ++value_.width;
         } else if (character == '\r' && stream_.peek() == '\n') {
             continue;
         }
@@ -258,22 +256,60 @@ RecordReader::Item RecordReader::take_delimited(char delimiter) {
     return Item::failed;
 }
 
-bool RecordReader::list_item(Field<std::int32_t> item) {
+// Takes a plain number that stands whole in memory from `first` on, and leaves everything else
+// alone.
+template <class T>
+bool RecordReader::take_plain_value(const char *first, T &target) {
+    const std::string_view memory = stream_.in_memory();
+    const char *const last = memory.data() + memory.size();
+    T value{};
+    if (!take_plain_number(first, last, value) || first == last ||
+        !is_separator(static_cast<unsigned char>(*first)))
+        return false;
+    stream_.advance(static_cast<std::size_t>(first - memory.data()));
+    target = value;
+    return true;
+}
+
+// Nearly all items are plain numbers behind blanks or a comma in the same line.
+template <class T>
+bool RecordReader::take_plain_item(T &target) {
+    if (repeats_left_ != 0 || complete_)
+        return false;
+    const std::string_view memory = stream_.in_memory();
+    const char *const last = memory.data() + memory.size();
+    const char *first = memory.data();
+    while (first != last && *first == ' ')
+        ++first;
+    if (first != last && *first == ',' && !first_item_)
+        do
+            ++first;
+        while (first != last && *first == ' ');
+    if (!take_plain_value(first, target))
+        return false;
+    first_item_ = false;
+    return true;
+}
+
+template <class T>
+bool RecordReader::number_item(Field<T> item) {
+    if (take_plain_item(*item.target)) [[likely]]
+        return true;
     Item state = begin_item();
     if (state == Item::fresh) {
-        const std::string_view block = stream_.peek_block();
-        const char *end = block.data();
-        const std::optional<std::int32_t> value = plain_integer(end, end + block.size());
-        if (value && end != block.data() + block.size() &&
-            is_separator(static_cast<unsigned char>(*end))) {
-            stream_.advance(static_cast<std::size_t>(end - block.data()));
-            *item.target = *value;
+        if (take_plain_value(stream_.peek_block().data(), *item.target))
             return true;
-        }
         state = take_value();
     }
-    if (state == Item::absent || state == Item::failed)
-        return state == Item::absent;
+    if (state == Item::absent)
+        return leave_out(item.name);
+    return state != Item::failed && convert_value(item);
+}
+
+bool RecordReader::list_item(Field<std::int32_t> item) { return number_item(item); }
+bool RecordReader::list_item(Field<float> item) { return number_item(item); }
+
+bool RecordReader::convert_value(Field<std::int32_t> item) {
     const std::optional<std::int32_t> value = value_.number.integer();
     if (!value)
         return fail_number(item.name, an_integer);
@@ -281,22 +317,7 @@ bool RecordReader::list_item(Field<std::int32_t> item) {
     return true;
 }
 
-bool RecordReader::list_item(Field<float> item) {
-    Item state = begin_item();
-    if (state == Item::fresh) {
-        const std::string_view block = stream_.peek_block();
-        const char *end = block.data();
-        const std::optional<float> value = plain_real(end, end + block.size());
-        if (value && end != block.data() + block.size() &&
-            is_separator(static_cast<unsigned char>(*end))) {
-            stream_.advance(static_cast<std::size_t>(end - block.data()));
-            *item.target = *value;
-            return true;
-        }
-        state = take_value();
-    }
-    if (state == Item::absent || state == Item::failed)
-        return state == Item::absent;
+bool RecordReader::convert_value(Field<float> item) {
     const std::optional<float> value = value_.number.real();
     if (!value)
         return fail_number(item.name, a_real);
@@ -304,14 +325,25 @@ bool RecordReader::list_item(Field<float> item) {
     return true;
 }
 
-bool RecordReader::list_text(char *target, std::size_t width) {
+bool RecordReader::list_text(const char *name, char *target, std::size_t width) {
+    text_was_cut_ = false;
     Item state = begin_item();
     if (state == Item::fresh)
         state = take_value();
-    if (state == Item::absent || state == Item::failed)
-        return state == Item::absent;
+    if (state == Item::absent)
+        return leave_out(name);
+    if (state == Item::failed)
+        return false;
     const std::string_view text = value_.kept().substr(0, width);
+    text_was_cut_ = !without_trailing_blanks(value_.kept().substr(text.size())).empty();
     std::fill_n(std::copy(text.begin(), text.end(), target), width - text.size(), ' ');
+    return true;
+}
+
+// The item keeps what it holds. Always succeeds.
+bool RecordReader::leave_out(const char *name) {
+    if (left_out_ != nullptr)
+        left_out_(left_out_context_, name, stream_.place());
     return true;
 }
 
@@ -332,15 +364,26 @@ void RecordReader::integer_list(const char *name, std::int32_t count, std::int32
         repeats_left_ -= checked;
         i += checked;
     }
-    stream_.skip_line();
+    end_list();
 }
 
-void RecordReader::unguarded_text_list(char *target, std::size_t width) {
-    const LineMark start = stream_.line_start();
-    if (begin_list() && list_text(target, width)) {
-        stream_.skip_line();
+// Goes over what is left of the list's last line. Where an error of the system hides its end,
+// nobody knows what the last value was.
+void RecordReader::end_list() {
+    if (!ok())
         return;
-    }
+    if (stream_.line_is_cut())
+        fail_at_end();
+    else
+        stream_.skip_line();
+}
+
+bool RecordReader::unguarded_text_list(const char *name, char *target, std::size_t width) {
+    const StreamMark start = stream_.mark();
+    if (begin_list() && list_text(name, target, width))
+        end_list();
+    if (ok())
+        return true;
     // Nobody asks what a title says. At the end of the file it is blank; any other that cannot be
     // read is one line.
     const bool at_end = failure_.kind == ReadFailureKind::end_of_file ||
@@ -349,30 +392,38 @@ void RecordReader::unguarded_text_list(char *target, std::size_t width) {
     std::fill_n(target, width, ' ');
     if (!at_end && stream_.go_back(start))
         stream_.skip_line();
+    return at_end;
 }
 
 // Failures
 
 bool RecordReader::fail_value(const char *name, const char *expected) {
-    fail(ReadFailureKind::bad_value, value_.place, value_.width, value_.kept());
+    fail(ReadFailureKind::bad_value, value_.mark.place(), value_.width, value_.kept());
     failure_.field = name;
     failure_.expected = expected;
     return false;
 }
 
 bool RecordReader::fail_number(const char *name, const char *expected) {
-    if (value_.delimited) {
-        static_cast<void>(fail_value(name, expected));
-        failure_.advice = "Take the quotes away: a quoted number is a text.";
+    static_cast<void>(fail_value(name, expected));
+    if (value_.delimiter == '\0')
         return false;
-    }
-    return fail_value(name, expected);
+    FixedText<Value::kept_text + 2> quoted;
+    const std::string_view quote(&value_.delimiter, 1);
+    quoted.assign({quote, value_.kept(), quote});
+    failure_.found.assign(quoted.trimmed());
+    NumberText inside;
+    for (const char character : value_.kept())
+        inside.push(character);
+    if (inside.real())
+        failure_.advice = "Take the quotes away: a quoted number is a text.";
+    return false;
 }
 
 bool RecordReader::fail_field(std::string_view line, const LayoutField &column, const char *name,
                               const char *expected) {
     // The mark goes under what stands in the field, not under the blanks around it.
-    std::string_view text = without_trailing_blanks(line.substr(column.offset, column.width));
+    std::string_view text = without_trailing_blanks(text_in(line, column));
     const std::size_t blanks = text.find_first_not_of(' ');
     text.remove_prefix(blanks);
     FilePlace place = stream_.place();
@@ -392,7 +443,7 @@ RecordReader::Item RecordReader::fail_at_end() {
 void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t width,
                         std::string_view found) {
     failure_ = ReadFailure{};
-    failure_.kind = stream_.is_utf16() ? ReadFailureKind::utf16 : kind;
+    failure_.kind = kind;
     failure_.statement = statement_;
     failure_.statement_number = line_counter_;
     failure_.place = place;
@@ -400,11 +451,19 @@ void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t widt
     failure_.found.assign(found);
     if (kind == ReadFailureKind::not_open)
         return;
-    // A quoted text may have started many lines ago; nothing is read after a failure, so the stream
-    // may go back there.
+    if (stream_.has_wide_characters())
+        failure_.kind = ReadFailureKind::wide_text;
+    else if (kind == ReadFailureKind::bad_value && stream_.line_is_cut())
+        failure_.kind = ReadFailureKind::system_error;
+    show_line(place);
+}
+
+// Nothing is read after a failure, so the stream may go back to a value that started long ago.
+void RecordReader::show_line(FilePlace place) {
     LineExcerpt excerpt = stream_.excerpt(place);
-    if (kind == ReadFailureKind::open_delimiter && excerpt.text.empty() &&
-        stream_.go_back(value_.line_start))
+    const FilePlace start = value_.mark.place();
+    const bool is_at_value = start.line == place.line && start.column == place.column;
+    if (excerpt.text.empty() && is_at_value && stream_.go_back(value_.mark))
         excerpt = stream_.excerpt(place);
     failure_.line_text.assign(excerpt.text);
     failure_.line_text_column = excerpt.column;

@@ -59,7 +59,7 @@ enum class ReadFailureKind : std::uint8_t {
     open_delimiter, ///< the file ends inside a quoted text
     system_error,   ///< the system could not read the file
     not_open,       ///< there is no open import file
-    utf16,          ///< the file is in UTF-16
+    wide_text,      ///< the file is in UTF-16 or UTF-32
 };
 
 /// A failed read: what a person needs in order to find and mend it.
@@ -89,8 +89,18 @@ class RecordReader {
 
     [[nodiscard]] RecordStream &stream() { return stream_; }
 
-    /// Sets the counter for a new import; the header that the driver reads first is not counted.
-    void start_counting();
+    /// Gets every item that a free-form record leaves out.
+    using LeftOut = void (*)(void *context, const char *field, FilePlace place);
+    constexpr void on_left_out(LeftOut left_out, void *context) {
+        left_out_ = left_out;
+        left_out_context_ = context;
+    }
+
+    /// Whether the last text of a free-form record was longer than the field it went into.
+    [[nodiscard]] bool text_was_cut() const { return text_was_cut_; }
+
+    /// Sets the counter; the first statement of a section is counted as one more than `first`.
+    void start_counting(std::int64_t first = 1);
 
     /// Forgets an earlier section's failure.
     void start_section() { failure_ = ReadFailure{}; }
@@ -100,6 +110,12 @@ class RecordReader {
 
     /// Number of read statements begun, plus one.
     [[nodiscard]] std::int64_t line_counter() const { return line_counter_; }
+
+    /// The same as far as 32 bits go: what hosts are told.
+    [[nodiscard]] std::int32_t saturated_line_counter() const;
+
+    /// What is being read, or was read last.
+    [[nodiscard]] const char *statement() const { return statement_; }
 
     /// Reads one record by a fixed-column layout, as in `fixed<"(I5,5X,A40)">("segment name",
     /// ...)`. Numbers go into 32-bit integers and reals, texts into a `FixedText` of the field's
@@ -144,17 +160,20 @@ class RecordReader {
     void unguarded_fixed(const char *statement, FixedText<n> &text) {
         if (!begin_statement(statement))
             return;
-        if (stream_.at_end_of_file())
+        fixed_record<layout>(field(statement, text));
+        if (!ok()) {
+            // a text is never bad: only the end of the file can be the reason
+            failure_ = ReadFailure{};
             text.fill(' ');
-        else
-            fixed_record<layout>(field(statement, text));
+        }
     }
 
     /// Reads a free-form text without an error branch: whatever stands there, the section goes on.
+    /// Says whether it could be read, or the file has none any more; a text that cannot be read
+    /// counts as one line.
     template <std::size_t n>
-    void unguarded_list(const char *statement, FixedText<n> &text) {
-        if (begin_statement(statement))
-            unguarded_text_list(text.data(), n);
+    bool unguarded_list(const char *statement, FixedText<n> &text) {
+        return !begin_statement(statement) || unguarded_text_list(statement, text.data(), n);
     }
 
     /// Reads `count` records: calls `read(i)` for i = 1 .. count, until a read fails. A negative
@@ -174,16 +193,15 @@ class RecordReader {
     struct Value {
         static constexpr std::size_t kept_text = 512;
 
-        FilePlace place;
-        LineMark line_start; ///< of a delimited text
+        StreamMark mark;
         std::int64_t width = 0;
-        bool delimited = false;
+        char delimiter = '\0'; ///< of a quoted text
         bool only_digits = true;
         NumberText number;
         std::array<char, kept_text> text{};
         std::size_t text_length = 0;
 
-        void start(FilePlace at);
+        void start(StreamMark at);
         void push(char character);
         void push_text(char character);
         [[nodiscard]] bool may_be_repeat_count() const { return only_digits && width > 0; }
@@ -197,7 +215,7 @@ class RecordReader {
     template <Literal layout, class... T>
     void fixed_record(Field<T>... fields) {
         static constexpr const auto &columns = record_layout<layout>;
-        static_assert(columns.width <= RecordStream::longest_view);
+        static_assert(columns.width < RecordStream::longest_view);
         static_assert(columns.fields.size() == sizeof...(T), "as many items as fields");
         if (stream_.at_end_of_file()) {
             fail_at_end();
@@ -209,6 +227,13 @@ class RecordReader {
             static_cast<void>((fixed_field(line, columns.fields[i], fields) && ...));
         }
         (std::index_sequence_for<T...>{});
+        if (!ok())
+            return;
+        if (stream_.line_is_cut()) {
+            fail_at_end();
+            return;
+        }
+        stream_.advance(line.size());
         stream_.skip_line();
     }
 
@@ -229,30 +254,43 @@ class RecordReader {
     template <std::size_t n>
     [[nodiscard]] static bool fixed_field(std::string_view line, const LayoutField &column,
                                           Field<FixedText<n>> item) {
-        item.target->assign(line.substr(std::min(line.size(), column.offset), column.width));
+        item.target->assign(text_in(line, column));
         return true;
+    }
+    /// What of a field the line has; short lines lack some.
+    [[nodiscard]] static std::string_view text_in(std::string_view line,
+                                                  const LayoutField &column) {
+        return line.substr(std::min(line.size(), column.offset), column.width);
     }
 
     template <class... T>
     void list_record(Field<T>... fields) {
         if (begin_list())
             static_cast<void>((list_item(fields) && ...));
-        if (ok())
-            stream_.skip_line();
+        end_list();
     }
 
     [[nodiscard]] bool list_item(Field<std::int32_t> item);
     [[nodiscard]] bool list_item(Field<float> item);
+    template <class T>
+    [[nodiscard]] bool number_item(Field<T> item);
+    template <class T>
+    [[nodiscard]] bool take_plain_item(T &target);
+    template <class T>
+    [[nodiscard]] bool take_plain_value(const char *first, T &target);
     template <std::size_t n>
     [[nodiscard]] bool list_item(Field<FixedText<n>> item) {
-        return list_text(item.target->data(), n);
+        return list_text(item.name, item.target->data(), n);
     }
-    [[nodiscard]] bool list_text(char *target, std::size_t width);
+    [[nodiscard]] bool convert_value(Field<std::int32_t> item);
+    [[nodiscard]] bool convert_value(Field<float> item);
+    [[nodiscard]] bool list_text(const char *name, char *target, std::size_t width);
 
     void integer_list(const char *name, std::int32_t count, std::int32_t *kept, std::size_t size);
-    void unguarded_text_list(char *target, std::size_t width);
+    [[nodiscard]] bool unguarded_text_list(const char *name, char *target, std::size_t width);
 
     [[nodiscard]] bool begin_list();
+    void end_list();
     [[nodiscard]] Item begin_item();
     [[nodiscard]] Item begin_first_item();
     [[nodiscard]] Item begin_next_item();
@@ -269,9 +307,14 @@ class RecordReader {
                                   const char *name, const char *expected);
     Item fail_at_end();
     void fail(ReadFailureKind kind, FilePlace place, std::int64_t width, std::string_view found);
+    void show_line(FilePlace place);
+
+    bool leave_out(const char *name);
 
     RecordStream stream_;
     std::int32_t *exported_counter_;
+    LeftOut left_out_ = nullptr;
+    void *left_out_context_ = nullptr;
     std::int64_t line_counter_ = 1;
     const char *statement_ = "";
     ReadFailure failure_;
@@ -281,6 +324,7 @@ class RecordReader {
     bool complete_ = false;          ///< a slash has ended the list
     std::int64_t repeats_left_ = 0;  ///< items that the last value still stands for
     bool repeats_are_empty_ = false; ///< and it is r* without a value
+    bool text_was_cut_ = false;
     Value value_;
 };
 

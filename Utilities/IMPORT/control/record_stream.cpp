@@ -7,20 +7,17 @@
 namespace kova_import {
 
 const char *RecordStream::open(std::string_view path) {
-    close();
-    if (const char *reason = file_.open(path))
-        return reason;
-    try {
+    if (buffer_ == nullptr)
         buffer_ = std::make_unique_for_overwrite<char[]>(buffer_size);
-    } catch (...) {
+    if (const char *reason = file_.open(path)) {
         close();
-        throw;
+        return reason;
     }
     cursor_ = end_ = buffer_.get();
     buffer_offset_ = 0;
     line_ = 1;
     line_start_ = previous_line_start_ = 0;
-    all_read_ = read_error_ = utf16_ = false;
+    all_read_ = read_error_ = false;
     skip_byte_order_mark();
     return nullptr;
 }
@@ -30,11 +27,16 @@ void RecordStream::close() {
     buffer_.reset();
     cursor_ = end_ = nullptr;
     all_read_ = true;
+    read_error_ = wide_characters_ = false;
 }
 
 void RecordStream::skip_byte_order_mark() {
     const std::string_view block = peek_block();
-    utf16_ = block.starts_with("\xFF\xFE") || block.starts_with("\xFE\xFF");
+    // A header starts with blanks and digits, so without a mark every other byte is a NUL.
+    const auto is_nul = [block](std::size_t i) { return i < block.size() && block[i] == '\0'; };
+    wide_characters_ = block.starts_with("\xFF\xFE") || block.starts_with("\xFE\xFF") ||
+                       (is_nul(0) && !is_nul(1) && is_nul(2)) ||
+                       (!is_nul(0) && is_nul(1) && is_nul(3));
     if (block.starts_with("\xEF\xBB\xBF")) {
         advance(3);
         line_start_ = offset();
@@ -68,17 +70,24 @@ bool RecordStream::refill() {
     return cursor_ != end_;
 }
 
-bool RecordStream::go_back(LineMark mark) {
-    if (!file_.seek(mark.offset))
+bool RecordStream::go_back(StreamMark mark) {
+    // What stands before the mark in its line comes along, for showing.
+    const std::int64_t start =
+        std::max(mark.line_start, mark.offset - static_cast<std::int64_t>(history));
+    if (!file_.seek(start))
         return false;
     cursor_ = end_ = buffer_.get();
-    buffer_offset_ = line_start_ = previous_line_start_ = mark.offset;
+    buffer_offset_ = start;
     line_ = mark.line;
+    line_start_ = previous_line_start_ = mark.line_start;
     all_read_ = read_error_ = false;
-    return true;
+    const std::string_view block = peek_block();
+    const auto before = static_cast<std::size_t>(mark.offset - start);
+    advance(std::min(before, block.size()));
+    return before <= block.size();
 }
 
-void RecordStream::skip_line() {
+void RecordStream::skip_rest_of_line() {
     while (peek() != end_of_file) {
         const void *line_end = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
         if (line_end != nullptr) {
@@ -90,16 +99,35 @@ void RecordStream::skip_line() {
     }
 }
 
+namespace {
+
+/// The first LF of a short text, or its end. Eight bytes at a time, and without a call, since
+/// records are short.
+const char *find_line_end(const char *first, const char *last) {
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    for (; last - first >= 8; first += 8) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, first, sizeof bytes);
+        bytes ^= ones * '\n';
+        if (((bytes - ones) & ~bytes & (ones << 7)) != 0)
+            break; // one of them has become 0
+    }
+    while (first != last && *first != '\n')
+        ++first;
+    return first;
+}
+
+} // namespace
+
 std::string_view RecordStream::peek_line(std::size_t width) {
-    const std::string_view block = peek_block();
     // One byte more tells whether a CR in the last column ends the line.
-    const std::string_view start = block.substr(0, width + 1);
-    const std::size_t line_end = start.find('\n');
-    if (line_end == std::string_view::npos)
+    const std::string_view start = peek_block().substr(0, width + 1);
+    const char *const first = start.data();
+    const char *const line_end = find_line_end(first, first + start.size());
+    if (line_end == first + start.size())
         return start.substr(0, width);
-    const std::size_t length =
-        line_end != 0 && start[line_end - 1] == '\r' ? line_end - 1 : line_end;
-    return start.substr(0, length);
+    const bool has_carriage_return = line_end != first && line_end[-1] == '\r';
+    return {first, static_cast<std::size_t>(line_end - first) - (has_carriage_return ? 1 : 0)};
 }
 
 FilePlace RecordStream::end_place() const {

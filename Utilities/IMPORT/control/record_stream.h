@@ -15,10 +15,13 @@ struct FilePlace {
     std::int64_t column = 1;
 };
 
-/// Start of a line, to go back to.
-struct LineMark {
+/// A position in the file, to go back to. Offsets are bytes from the start of the file.
+struct StreamMark {
     std::int64_t line = 1;
-    std::int64_t offset = 0; ///< bytes from the start of the file
+    std::int64_t line_start = 0;
+    std::int64_t offset = 0;
+
+    [[nodiscard]] FilePlace place() const { return {line, offset - line_start + 1}; }
 };
 
 /// Part of one line, for showing.
@@ -49,12 +52,8 @@ class RecordStream {
     /// Goes behind the character that `peek` gave, which is no LF.
     void advance() { ++cursor_; }
 
-    /// Goes back to the start of the line at `mark`, which `line_start` gave. Says whether the file
-    /// still has it.
-    [[nodiscard]] bool go_back(LineMark mark);
-
-    /// The start of the line that the stream is in.
-    [[nodiscard]] LineMark line_start() const { return {line_, line_start_}; }
+    /// Goes back to a mark. Says whether the file still has it.
+    [[nodiscard]] bool go_back(StreamMark mark);
 
     /// Goes behind the LF that `peek` gave.
     void advance_line() {
@@ -66,10 +65,15 @@ class RecordStream {
 
     /// Goes to the start of the next line, over what is left of this one. At the end of the file it
     /// does nothing.
-    void skip_line();
+    void skip_line() {
+        if (cursor_ != end_ && *cursor_ == '\n') [[likely]]
+            advance_line();
+        else
+            skip_rest_of_line();
+    }
 
     /// The first `width` bytes of the line from here on, or what there is of it, without its end.
-    /// The view holds until the stream moves. `width` is at most `longest_view`.
+    /// The view holds until the stream moves. `width` is below `longest_view`.
     [[nodiscard]] std::string_view peek_line(std::size_t width);
 
     /// What of the file is in memory from here on: at least `longest_view` bytes, or all that is
@@ -77,6 +81,11 @@ class RecordStream {
     [[nodiscard]] std::string_view peek_block() {
         if (static_cast<std::size_t>(end_ - cursor_) < longest_view) [[unlikely]]
             refill();
+        return {cursor_, static_cast<std::size_t>(end_ - cursor_)};
+    }
+
+    /// What of the file is in memory from here on, however little.
+    [[nodiscard]] std::string_view in_memory() const {
         return {cursor_, static_cast<std::size_t>(end_ - cursor_)};
     }
 
@@ -88,15 +97,21 @@ class RecordStream {
     /// Whether the end that was met is an error of the system.
     [[nodiscard]] bool read_error() const { return read_error_; }
 
-    /// Whether the file starts with the byte-order mark of UTF-16.
-    [[nodiscard]] bool is_utf16() const { return utf16_; }
+    /// Whether an error of the system hides the end of the present line.
+    [[nodiscard]] bool line_is_cut() const {
+        return read_error_ && in_memory().find('\n') == std::string_view::npos;
+    }
 
-    [[nodiscard]] FilePlace place() const { return {line_, offset() - line_start_ + 1}; }
+    /// Whether the file starts like a text in UTF-16 or UTF-32.
+    [[nodiscard]] bool has_wide_characters() const { return wide_characters_; }
+
+    [[nodiscard]] StreamMark mark() const { return {line_, line_start_, offset()}; }
+    [[nodiscard]] FilePlace place() const { return mark().place(); }
 
     /// The place behind the last character of the file, on its last line.
     [[nodiscard]] FilePlace end_place() const;
 
-    /// The line around `place` as far as it is in memory.
+    /// The line around `place` as far as it is in memory, which may first be filled up.
     [[nodiscard]] LineExcerpt excerpt(FilePlace place);
 
     static constexpr std::size_t longest_view = 1024;
@@ -107,6 +122,7 @@ class RecordStream {
     static constexpr std::size_t buffer_size = std::size_t{64} * 1024;
 
     bool refill();
+    void skip_rest_of_line();
     void skip_byte_order_mark();
     [[nodiscard]] std::int64_t offset() const { return buffer_offset_ + (cursor_ - buffer_.get()); }
 
@@ -120,7 +136,7 @@ class RecordStream {
     std::int64_t previous_line_start_ = 0;
     bool all_read_ = true;
     bool read_error_ = false;
-    bool utf16_ = false;
+    bool wide_characters_ = false;
 };
 
 } // namespace kova_import

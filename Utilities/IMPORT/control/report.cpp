@@ -9,7 +9,7 @@ void report_read_error(ImportModule &module, ErrorReport where) {
     if (where == ErrorReport::information_pane) {
         FixedText<80> error_line;
         send<"GSPRINTFI">(Result{error_line}, "Error Reading Import File at Line # %d </span></li>",
-                          module.shared.line_counter);
+                          module.reader.saturated_line_counter());
         start_report_line();
         send<"PINFOHTML">(error_line);
     }

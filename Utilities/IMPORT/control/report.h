@@ -4,6 +4,7 @@
 #include "control/import_module.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace kova_import {
 

@@ -10,9 +10,8 @@ namespace kova_import {
 
 namespace {
 
-// What is left to do when even the report of a failure fails: the host threw out of a host command.
-void fail_silently(ImportModule &module) noexcept { module.shared.import_error = 1; }
-
+// Reads and sends the section. A host that ends a command with an exception ends the section like a
+// failed read.
 void import_section(ImportModule &module, const Section &section) {
     try {
         section.import(module);
@@ -22,6 +21,9 @@ void import_section(ImportModule &module, const Section &section) {
     } catch (const std::bad_alloc &) {
         give_reason(module, IMPORT_EXPORT_OUT_OF_MEMORY,
                     "There is not enough memory for the section.");
+    } catch (...) {
+        give_reason(module, IMPORT_EXPORT_HOST_FAILED,
+                    "The host ended a command with an exception.");
     }
     report_read_error(module, section.error_report);
 }
@@ -36,24 +38,22 @@ void run_section(ImportModule &module, const Section &section, std::int32_t numb
     try {
         import_section(module, section);
     } catch (...) {
-        fail_silently(module);
+        // not even the report gets through
+        module.shared.import_error = 1;
     }
     module.section_name = "";
     module.section_number = 0;
 }
 
 void run_exported_section(ImportModule &module, const Family &family,
-                          std::int32_t number) noexcept {
+                          SectionNumber which) noexcept {
     const RunningScope running(module.running);
     if (!running.entered()) {
-        try {
-            give_reason(module, IMPORT_EXPORT_CALL_REFUSED,
-                        "A section was called from inside a host command.");
-        } catch (...) {
-            fail_silently(module);
-        }
+        give_reason(module, IMPORT_EXPORT_CALL_REFUSED,
+                    "A section was called from inside a host command.");
         return;
     }
+    const auto number = static_cast<std::int32_t>(which);
     run_section(module, family.sections[static_cast<std::size_t>(number - 1)], number);
     console::flush();
 }

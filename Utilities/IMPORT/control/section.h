@@ -20,6 +20,9 @@ struct Section {
 
 inline constexpr std::size_t section_count = 11;
 
+/// Where a section stands in its family, from 1.
+enum class SectionNumber : std::int32_t { model_parameters = 1, segments };
+
 /// All sections of a file format, in the order in which they stand in the file.
 struct Family {
     std::int32_t first_version = 0; ///< of the header's file version
@@ -33,6 +36,6 @@ struct Family {
 void run_section(ImportModule &module, const Section &section, std::int32_t number) noexcept;
 
 /// The same for a section that the host calls by itself.
-void run_exported_section(ImportModule &module, const Family &family, std::int32_t number) noexcept;
+void run_exported_section(ImportModule &module, const Family &family, SectionNumber which) noexcept;
 
 } // namespace kova_import

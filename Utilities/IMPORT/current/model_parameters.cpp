@@ -1,38 +1,53 @@
 #include "control/sections/model_parameters.h"
 
+#include "control/notices.h"
+
 #include "current/sections.h"
 
 #include <vector>
 
 namespace kova_import::current {
 
-void modelparam_v2(ImportModule &module) {
+namespace {
+
+void read_parameters(ImportModule &module, ModelParameters &parameters) {
     RecordReader &reader = module.reader;
-    ModelParameters parameters;
     read_header(module, parameters);
     FixedText<80> title;
-    reader.unguarded_list("title", title);
+    if (!reader.unguarded_list("title", title))
+        give_reason(module, IMPORT_EXPORT_DEFAULTED,
+                    "The title cannot be read and is passed over with its line.");
     read_period(module, parameters);
     read_options(reader, parameters);
     reader.list("output interval", field("output interval", parameters.output_interval));
-    if (!reader.ok())
-        return;
-    send_parameter_table(parameters,
-                         "<span style=\"font-weight: bold;\">KOVA8 Model Parameters</span></td>");
+}
 
+std::vector<SystemName> read_systems(RecordReader &reader, std::int32_t count) {
     std::vector<SystemName> systems;
-    reader.for_each_record(parameters.system_count, [&](std::int32_t) {
+    reader.for_each_record(count, [&](std::int32_t) {
         SystemName system;
         reader.fixed<"(A5,5X,A30)">("system name", field("short name", system.short_name),
                                     field("long name", system.long_name));
         if (reader.ok())
             systems.push_back(system);
     });
-    if (!reader.ok())
+    return systems;
+}
+
+} // namespace
+
+void modelparam_v2(ImportModule &module) {
+    ModelParameters parameters;
+    read_parameters(module, parameters);
+    if (!module.reader.ok())
         return;
-    send_period(module, parameters);
-    send_systems(parameters.system_count, systems);
-    send_options(parameters);
+    send_parameter_table(parameters,
+                         "<span style=\"font-weight: bold;\">KOVA8 Model Parameters</span></td>");
+    const std::vector<SystemName> systems = read_systems(module.reader, parameters.system_count);
+    if (!module.reader.ok())
+        return;
+    give_dropped_options(module, parameters);
+    send_model(module, parameters, parameters.system_count, systems);
 }
 
 } // namespace kova_import::current

@@ -54,6 +54,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
         return;
     Segment segment;
     segment.name = host_name(name, number, module.shared.index_segment_names != 0);
+    give_lost_name(module, number, name, false, segment.name);
     table.segments.push_back(segment);
 }
 

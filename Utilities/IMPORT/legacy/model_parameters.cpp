@@ -1,5 +1,7 @@
 #include "control/sections/model_parameters.h"
 
+#include "control/notices.h"
+
 #include "legacy/sections.h"
 #include "legacy/state_variables.h"
 
@@ -13,7 +15,8 @@ namespace {
 
 using BypassFlags = std::array<std::int32_t, legacy_system_count>;
 
-void read_output_intervals(RecordReader &reader, ModelParameters &parameters) {
+void read_output_intervals(ImportModule &module, ModelParameters &parameters) {
+    RecordReader &reader = module.reader;
     std::int32_t record_count = 0;
     reader.list("output-interval count", field("output-interval count", record_count));
     reader.for_each_record(record_count, [&](std::int32_t) {
@@ -21,14 +24,42 @@ void read_output_intervals(RecordReader &reader, ModelParameters &parameters) {
         reader.list("output interval", field("time", time),
                     field("output interval", parameters.output_interval));
     });
+    if (reader.ok() && record_count > 1)
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "Of several output intervals only the last one comes across.", record_count);
 }
 
 // Two blocks at the end of the section belong to functions that the model has lost. Each is a count
 // and that many records, which nobody looks into.
-void skip_block(RecordReader &reader, const char *count_name, const char *record_name) {
+void skip_block(ImportModule &module, const char *count_name, const char *record_name) {
+    RecordReader &reader = module.reader;
     std::int32_t record_count = 0;
     reader.list(count_name, field(count_name, record_count));
     reader.for_each_record(record_count, [&](std::int32_t) { reader.list(record_name); });
+    if (reader.ok() && record_count > 0)
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "The block belongs to a function that the current model does not have.",
+                    record_count);
+}
+
+// Tells which systems of the file the host will not simulate.
+void give_dropped_systems(const ImportModule &module, const ModelParameters &parameters,
+                          const BypassFlags &bypass_flags) {
+    constexpr auto known = static_cast<std::int32_t>(legacy_system_count);
+    if (parameters.model_type != eutrophication) {
+        if (parameters.system_count > 0)
+            give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                        "Only the systems of eutrophication models (type 11) become state "
+                        "variables of the current model.");
+        return;
+    }
+    for (std::int32_t system = 1; system <= std::min(parameters.system_count, known); ++system)
+        if (bypass_flags[static_cast<std::size_t>(system - 1)] != 0)
+            give_reason(module, IMPORT_EXPORT_CONDITION_UNMET,
+                        "The system is bypassed and becomes no state variable.", system);
+    if (parameters.system_count > known)
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "Systems from 29 on have no counterpart in the current model.", known + 1);
 }
 
 // Makes a state variable of every system of a eutrophication model that is simulated, numbered
@@ -58,32 +89,40 @@ std::vector<SystemName> build_state_variables(ImportModule &module,
     return built;
 }
 
+void read_parameters(ImportModule &module, ModelParameters &parameters) {
+    read_header(module, parameters);
+    read_period(module, parameters);
+    read_options(module.reader, parameters);
+    read_output_intervals(module, parameters);
+}
+
+std::vector<SystemName> read_systems(ImportModule &module, const ModelParameters &parameters) {
+    BypassFlags bypass_flags{};
+    module.reader.integers("bypass flags", "bypass flag", parameters.system_count, bypass_flags);
+    std::vector<SystemName> systems;
+    if (module.reader.ok()) {
+        give_dropped_systems(module, parameters, bypass_flags);
+        systems = build_state_variables(module, parameters, bypass_flags);
+    }
+    skip_block(module, "count of the first skipped block", "record of the first skipped block");
+    skip_block(module, "count of the second skipped block", "record of the second skipped block");
+    return systems;
+}
+
 } // namespace
 
 void modelparam(ImportModule &module) {
-    RecordReader &reader = module.reader;
     ModelParameters parameters;
-    read_header(module, parameters);
-    read_period(module, parameters);
-    read_options(reader, parameters);
-    read_output_intervals(reader, parameters);
-    if (!reader.ok())
+    read_parameters(module, parameters);
+    if (!module.reader.ok())
         return;
     send_parameter_table(parameters,
                          "<span style=\"font-weight: bold;\">KOVA7 Model Parameters</span></td>");
-
-    BypassFlags bypass_flags{};
-    reader.integers("bypass flags", "bypass flag", parameters.system_count, bypass_flags);
-    if (!reader.ok())
+    const std::vector<SystemName> systems = read_systems(module, parameters);
+    if (!module.reader.ok())
         return;
-    const std::vector<SystemName> systems = build_state_variables(module, parameters, bypass_flags);
-    skip_block(reader, "first scratch count", "first scratch record");
-    skip_block(reader, "second scratch count", "second scratch record");
-    if (!reader.ok())
-        return;
-    send_period(module, parameters);
-    send_systems(static_cast<std::int32_t>(systems.size()), systems);
-    send_options(parameters);
+    give_dropped_options(module, parameters);
+    send_model(module, parameters, static_cast<std::int32_t>(systems.size()), systems);
 }
 
 } // namespace kova_import::legacy

@@ -37,6 +37,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
     console::write_line("Reading Segment: ", number, " Name: ", content_of(name.view()));
     Segment segment;
     segment.name = host_name(name, number, module.shared.index_segment_names != 0);
+    give_lost_name(module, number, name, reader.text_was_cut(), segment.name);
     table.segments.push_back(segment);
 }
 

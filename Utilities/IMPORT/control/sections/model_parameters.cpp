@@ -1,5 +1,7 @@
 #include "control/sections/model_parameters.h"
 
+#include "control/notices.h"
+
 namespace kova_import {
 
 void read_header(ImportModule &module, ModelParameters &parameters) {
@@ -24,19 +26,22 @@ void read_period(ImportModule &module, ModelParameters &parameters) {
                 field("skip second", parameters.skip_time.second));
     reader.list("simulation length", field("simulation length", parameters.simulation_length));
     reader.list("system count", field("system count", parameters.system_count));
+    if (!reader.ok())
+        return;
     module.simulation_length = parameters.simulation_length;
     module.shared.system_count = parameters.system_count;
 }
 
 void read_options(RecordReader &reader, ModelParameters &parameters) {
-    std::int32_t unused = 0;
-    reader.list("kept option", field("kept option", parameters.kept_option));
+    reader.list("option behind the system count",
+                field("option behind the system count", parameters.option_behind_system_count));
     reader.list("solution type", field("solution type", parameters.solution_type));
     reader.list("negative-solution option",
                 field("negative-solution option", parameters.negative_solution_option));
     reader.list("ICRD option", field("ICRD option", parameters.icrd_option));
     reader.list("INTYP option", field("INTYP option", parameters.intyp_option));
-    reader.list("unused option", field("unused option", unused));
+    reader.list("option behind INTYP",
+                field("option behind INTYP", parameters.option_behind_intyp));
     reader.list("fraction of the maximum time step",
                 field("fraction of the maximum time step", parameters.maximum_time_step_fraction));
     reader.list("time-step limits", field("minimum time step", parameters.minimum_time_step),
@@ -101,6 +106,8 @@ void send_values(const ModelParameters &parameters) {
 
 } // namespace model_parameter_report
 
+namespace {
+
 void send_period(const ImportModule &module, const ModelParameters &parameters) {
     send<"PFILENAME">(TerminatedText{module.model_file_name});
     send<"PMODELTYPE">(parameters.model_type);
@@ -153,6 +160,24 @@ void send_options(const ModelParameters &parameters) {
     send<"PMAXDT">(parameters.maximum_time_step);
     send<"PMINDT">(parameters.minimum_time_step);
     send<"PMODELOUTPUTINTERVAL">(parameters.output_interval);
+}
+
+} // namespace
+
+void send_model(const ImportModule &module, const ModelParameters &parameters,
+                std::int32_t system_count, std::span<const SystemName> systems) {
+    send_period(module, parameters);
+    send_systems(system_count, systems);
+    send_options(parameters);
+}
+
+void give_dropped_options(const ImportModule &module, const ModelParameters &parameters) {
+    if (parameters.option_behind_system_count != 0)
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "The option behind the system count has no counterpart in the current model.");
+    if (parameters.option_behind_intyp != 0)
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "The option behind INTYP has no counterpart in the current model.");
 }
 
 } // namespace kova_import

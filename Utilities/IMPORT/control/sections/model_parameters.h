@@ -32,7 +32,8 @@ struct ModelParameters {
     TimeOfDay skip_time;
     float simulation_length = 0; ///< days
     std::int32_t system_count = 0;
-    std::int32_t kept_option = 0; ///< read by every generation of the model, sent by none
+    std::int32_t option_behind_system_count = 0; ///< the host has no place for it
+    std::int32_t option_behind_intyp = 0;        ///< likewise
     std::int32_t solution_type = 0;
     std::int32_t negative_solution_option = 0;
     std::int32_t icrd_option = 0;
@@ -59,7 +60,7 @@ void read_header(ImportModule &module, ModelParameters &parameters);
 /// Reads the dates, the simulation length and the system count, which later sections share.
 void read_period(ImportModule &module, ModelParameters &parameters);
 
-/// Reads the options from the kept one on, and the time-step limits.
+/// Reads the options behind the system count, and the time-step limits.
 void read_options(RecordReader &reader, ModelParameters &parameters);
 
 namespace model_parameter_report {
@@ -82,14 +83,12 @@ void send_parameter_table(const ModelParameters &parameters, const char (&title)
     model_parameter_report::send_values(parameters);
 }
 
-/// Sends the model file name, the model type, the dates and the simulation length.
-void send_period(const ImportModule &module, const ModelParameters &parameters);
+/// Tells of the options that do not come across. Those that are 0 say nothing.
+void give_dropped_options(const ImportModule &module, const ModelParameters &parameters);
 
-/// Sends the number of systems and their names, and shows them in a table. `count` is the number as
-/// the host gets it.
-void send_systems(std::int32_t count, std::span<const SystemName> systems);
-
-/// Sends the options, the time-step limits and the output interval.
-void send_options(const ModelParameters &parameters);
+/// Sends the model file name and the dates, the systems with their table, and the options and time
+/// steps. `system_count` is the number of systems as the host gets it.
+void send_model(const ImportModule &module, const ModelParameters &parameters,
+                std::int32_t system_count, std::span<const SystemName> systems);
 
 } // namespace kova_import

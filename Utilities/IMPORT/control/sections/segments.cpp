@@ -1,15 +1,33 @@
 #include "control/sections/segments.h"
 
+#include "control/notices.h"
 #include "control/report.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstddef>
 
 namespace kova_import {
+
+namespace {
+
+/// Whether a name as the host gets it ends in the name of the file, hyphens for blanks.
+bool ends_alike(std::string_view sent, std::string_view wanted) {
+    return sent.size() >= wanted.size() &&
+           std::equal(wanted.begin(), wanted.end(),
+                      sent.end() - static_cast<std::ptrdiff_t>(wanted.size()),
+                      [](char in_file, char at_host) {
+                          return in_file == at_host || (in_file == ' ' && at_host == '-');
+                      });
+}
+
+} // namespace
 
 void read_segment_settings(ImportModule &module, SegmentTable &table) {
     RecordReader &reader = module.reader;
     reader.list("segment count", field("segment count", table.segment_count));
-    module.shared.segment_count = table.segment_count;
+    if (reader.ok())
+        module.shared.segment_count = table.segment_count;
     reader.list("bed-volume option", field("bed-volume option", table.bed_volume_option));
     reader.list("bed time step", field("bed time step", table.bed_time_step));
     reader.list("volume factors", field("volume scale factor", table.volume_scale_factor),
@@ -31,6 +49,19 @@ std::optional<std::string_view> name_digits(std::int32_t number, FixedText<4> &d
         return std::nullopt;
     const char *const end = std::to_chars(digits.data(), digits.data() + digits.width, number).ptr;
     return std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data()));
+}
+
+void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
+                    bool was_cut, const FixedText<40> &host_name) {
+    const std::string_view wanted = content_of(name.view());
+    const std::string_view sent = content_of(host_name.view());
+    if (sent.empty() && !wanted.empty())
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "Segments 999 and from 9999 on have no name where names get their number.",
+                    number);
+    else if (was_cut || !ends_alike(sent, wanted))
+        give_reason(module, IMPORT_EXPORT_CUT, "The name of the segment is cut at 40 characters.",
+                    number);
 }
 
 FixedText<40> with_nul(const FixedText<40> &text) {

@@ -9,11 +9,13 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace kova_import {
 
-/// Values pass to the host in the file's units, which its scale and conversion factors define.
+/// Values pass to the host as they stand. Units are those of a model whose volume factors are 1;
+/// multipliers and exponents are those of velocity and depth as powers of the flow (m3/s).
 struct Segment {
     FixedText<40> name; ///< as the host gets it
     std::int32_t bottom_segment = 0;
@@ -89,6 +91,11 @@ void send_segment_settings(const SegmentTable &table);
 /// that were imported long ago know those segments by an empty name.
 [[nodiscard]] std::optional<std::string_view> name_digits(std::int32_t number,
                                                           FixedText<4> &digits);
+
+/// Tells when a segment reaches the host without its name or with a shorter one. `name` is the name
+/// in the file, of which a part may have been cut already, and `host_name` what the host gets.
+void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
+                    bool was_cut, const FixedText<40> &host_name);
 
 /// `text` without its trailing blanks and with a NUL behind, where there is room.
 [[nodiscard]] FixedText<40> with_nul(const FixedText<40> &text);
