@@ -68,7 +68,6 @@ TEST_P(Golden, LogAndConsoleAreAsWorkedOut) {
     const Lines console =
         std::filesystem::exists(file(".console")) ? lines_of(read_file(file(".console"))) : Lines{};
     EXPECT_EQ(difference(console, run.console), "");
-    EXPECT_TRUE(run.violations.empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Golden, testing::ValuesIn(case_names()),

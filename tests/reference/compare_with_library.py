@@ -65,7 +65,6 @@ def compare(folder, name, content, scope, names):
     differences = [
         ("log", first_difference([line.encode("ascii") for line in result.log_lines], lines_of(folder / f"{name}.log"))),
         ("console", first_difference(list(result.console_lines), lines_of(folder / f"{name}.console"))),
-        ("violations", first_difference([], lines_of(folder / f"{name}.violations"))),
     ]
     failure = lines_of(folder / f"{name}.failure")
     statement = failed_statement(result)

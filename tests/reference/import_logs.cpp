@@ -35,7 +35,6 @@ void import_one(const std::filesystem::path &file) {
     write_lines(beside(".log"), run.log);
     write_lines(beside(".console"), run.console);
     write_lines(beside(".failure"), failure);
-    write_lines(beside(".violations"), run.violations);
 }
 
 } // namespace

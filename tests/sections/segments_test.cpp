@@ -31,7 +31,6 @@ ImportSettings without_index() {
 
 TEST(LegacySegments, SendsTheNetworkInOrder) {
     const ImportRun run = import_text(text_of(legacy_records()));
-    EXPECT_TRUE(run.violations.empty());
     EXPECT_EQ(segment_commands(run),
               (Lines{
                   "1 PNUMSEG[8] int 2",
@@ -81,7 +80,6 @@ TEST(LegacySegments, TellsTheConsoleWhatItReadsAndSets) {
 
 TEST(CurrentSegments, SendsTheNetworkInOrder) {
     const ImportRun run = import_text(text_of(current_records()));
-    EXPECT_TRUE(run.violations.empty());
     const Lines commands = segment_commands(run);
     EXPECT_EQ(Lines(commands.begin(), commands.begin() + 27),
               (Lines{

@@ -43,7 +43,6 @@ struct ImportRun {
     std::vector<std::string> log; ///< stamped values replaced
     std::vector<std::string> console;
     std::vector<Notice> notices;
-    std::vector<std::string> violations;
 
     /// The log lines of the given keyword, without the entry point and the keyword.
     [[nodiscard]] std::vector<std::string> arguments_of(std::string_view keyword) const;

@@ -1,0 +1,133 @@
+// What sections leave for later ones, seen in a module of the test's own.
+
+#include "control/driver.h"
+#include "control/information_pages.h"
+#include "current/sections.h"
+#include "legacy/sections.h"
+#include "tests/support/import_run.h"
+#include "tests/support/model_text.h"
+#include "tests/support/temporary_file.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <unistd.h>
+
+namespace kova_test {
+namespace {
+
+using kova_import::ImportModule;
+
+/// A module with an open file, and a host.
+class OpenModule {
+  public:
+    explicit OpenModule(const Records &records)
+        : data_(kova_import::initial_data()), module_(data_), connection_(host_.connect()) {
+        const char *reason =
+            module_.reader.stream().open(folder_.write("model.inp", text_of(records)).string());
+        EXPECT_EQ(reason, nullptr);
+        module_.reader.start_counting();
+    }
+
+    ImportModule &operator*() { return module_; }
+    ImportModule *operator->() { return &module_; }
+
+  private:
+    TemporaryFolder folder_;
+    import_export_data data_;
+    ImportModule module_;
+    kova_host::ReferenceHost host_;
+    kova_host::Connection connection_;
+};
+
+TEST(ModuleState, LegacyModelParametersLeaveTheSystemsAndTheLength) {
+    OpenModule module(with(legacy_records(), "bypass flags", "1 0 0"));
+    kova_import::legacy::modelparam(*module);
+    ASSERT_TRUE(module->reader.ok());
+    EXPECT_EQ(module->shared.system_count, 3);
+    EXPECT_EQ(module->shared.state_variable_count, 2);
+    EXPECT_EQ(module->system_of_state_variable[0], 2);
+    EXPECT_EQ(module->system_of_state_variable[1], 3);
+    EXPECT_EQ(module->simulation_length, 365.5F);
+}
+
+TEST(ModuleState, CurrentSegmentsLeaveTheOptionOfTheFirst) {
+    OpenModule module(current_records());
+    kova_import::current::modelparam_v2(*module);
+    EXPECT_EQ(module->simulation_length, 365.5F);
+    kova_import::current::segments_v2(*module);
+    ASSERT_TRUE(module->reader.ok());
+    EXPECT_EQ(module->shared.segment_count, 2);
+    EXPECT_EQ(module->flow_option, 4);
+}
+
+TEST(ModuleState, WithoutSegmentsThereIsNoFlowOption) {
+    Records records = with(current_records(), "segment count", "0");
+    std::erase_if(records, [](const Record &record) {
+        return record.name == "segment name" || record.name == "segment geometry";
+    });
+    OpenModule module(records);
+    kova_import::current::modelparam_v2(*module);
+    kova_import::current::segments_v2(*module);
+    EXPECT_TRUE(module->reader.ok());
+    EXPECT_EQ(module->flow_option, 0);
+}
+
+TEST(ModuleState, ASectionThatFailsLeavesTheSharedCountsAlone) {
+    OpenModule module(Records{{"segment count", "x"}});
+    module->shared.segment_count = 12;
+    module->shared.system_count = 34;
+    kova_import::legacy::segments(*module);
+    EXPECT_EQ(module->shared.segment_count, 12);
+    module->reader.stream().close();
+    module->reader.start_section();
+    kova_import::legacy::modelparam(*module);
+    EXPECT_EQ(module->shared.system_count, 34);
+}
+
+TEST(ModuleState, TheDriverClearsWhatAnEarlierImportLeft) {
+    import_export_data data = kova_import::initial_data();
+    ImportModule module(data);
+    module.simulation_length = 1;
+    module.flow_option = 3;
+    module.system_of_state_variable[0] = 7;
+    data.report_tables = 1;
+    data.layout = 77;
+    kova_host::ReferenceHost host;
+    const kova_host::Connection connection = host.connect();
+    const kova_import::Family family;
+    kova_import::run_import(module, {&family, 1});
+    EXPECT_EQ(module.simulation_length, 0);
+    EXPECT_EQ(module.flow_option, 0);
+    EXPECT_EQ(module.system_of_state_variable[0], 0);
+    EXPECT_EQ(data.report_tables, 0);
+    EXPECT_EQ(data.layout, 77);
+}
+
+TEST(InformationPages, CutALineAtItsField) {
+    const auto short_line =
+        kova_import::page_line<30>("Model branch: ", "a-branch-with-a-long-name");
+    EXPECT_EQ(short_line.text.view(), "Model branch: a-branch-with-a-");
+    const auto long_line = kova_import::page_line<50>("Built on: ", std::string(60, 'x'));
+    EXPECT_EQ(long_line.text.view(), "Built on: " + std::string(40, 'x'));
+}
+
+// The console is a file here; its size tells what has been written when a command arrives.
+TEST(Console, TellsOfTheSegmentsBetweenTheCommandsThatSetThem) {
+    std::vector<std::pair<std::string, off_t>> sizes;
+    ImportSettings settings;
+    settings.before = [&sizes](const kova_host::ReceivedCommand &command) {
+        std::fflush(stdout);
+        sizes.emplace_back(command.keyword, lseek(STDOUT_FILENO, 0, SEEK_CUR));
+    };
+    static_cast<void>(import_text(text_of(legacy_records()), settings));
+    for (std::size_t i = 1; i < sizes.size(); ++i) {
+        const bool grows = sizes[i - 1].first == "PNUMSEG" || sizes[i].first == "PSEGNAME" ||
+                           (sizes[i].first == "PNUMSEG");
+        EXPECT_EQ(sizes[i].second > sizes[i - 1].second, grows)
+            << sizes[i - 1].first << " " << sizes[i].first;
+    }
+}
+
+} // namespace
+} // namespace kova_test
