@@ -1,6 +1,5 @@
 #include "cli/diagnostics.h"
 
-#include "cli/marked_line.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 
@@ -84,48 +83,26 @@ std::string first_line(const std::string &path, const Notice &notice, const std:
 }
 
 /// The line of the file with the mark below it.
-std::string excerpt_of(const Notice &notice, const DiagnosticStyle &style) {
-    // Without a place there is nothing to show; at the end of a file there may be no line.
-    if (notice.line <= 0 || notice.line_text.empty())
-        return {};
+std::string excerpt_text(const Notice &notice, const DiagnosticStyle &style) {
     const std::string number = std::to_string(notice.line);
     const std::string gutter = std::string(number.size() < 5 ? 5 - number.size() : 0, ' ') + number;
-    std::string_view line = notice.line_text;
-    std::int64_t start = std::max<std::int64_t>(1, notice.line_text_column);
-    const bool cut_before = start > 1;
-    // The cut may have left the tail of a character.
-    constexpr int longest_tail = 3;
-    for (int i = 0; cut_before && i < longest_tail && !line.empty() &&
-                    (static_cast<unsigned char>(line.front()) & 0xC0U) == 0x80U;
-         ++i) {
-        line.remove_prefix(1);
-        ++start;
-    }
-    const auto offset = static_cast<std::size_t>(std::max<std::int64_t>(0, notice.column - start));
-    const auto width = static_cast<std::size_t>(std::max<std::int64_t>(0, notice.width));
     constexpr std::string_view separator = " | ";
     const std::size_t used = gutter.size() + separator.size();
-    const std::size_t cells = style.width > used ? style.width - used : 0;
-    const MarkedLine marked = mark_part(line, {offset, width, cut_before}, cells);
-    std::string text = gutter + std::string(separator) + marked.text + '\n';
-    if (notice.column > 0)
+    const std::optional<MarkedLine> excerpt =
+        excerpt_of(notice, style.width > used ? style.width - used : 0);
+    if (!excerpt)
+        return {};
+    std::string text = gutter + std::string(separator) + excerpt->text + '\n';
+    if (!excerpt->mark.empty())
         text += std::string(gutter.size(), ' ') + std::string(separator) +
-                painted(marked.mark, Ink::mark, style.colour) + '\n';
+                painted(excerpt->mark, Ink::mark, style.colour) + '\n';
     return text;
 }
 
 std::string details_of(const Notice &notice, const DiagnosticStyle &style) {
-    std::string text = excerpt_of(notice, style);
-    std::vector<std::string> sentences;
-    if (notice.kind == IMPORT_EXPORT_READ_FAILED && !notice.reason.empty())
-        sentences.push_back(as_sentence(notice.reason));
-    if (std::string finding = finding_of(notice); !finding.empty())
-        sentences.push_back(as_sentence(finding));
-    std::string line;
-    for (const std::string &sentence : sentences)
-        line += (line.empty() ? "" : " ") + sentence;
-    if (!line.empty())
-        text += "      = " + line + '\n';
+    std::string text = excerpt_text(notice, style);
+    if (const std::string explanation = explanation_of(notice); !explanation.empty())
+        text += "      = " + explanation + '\n';
     if (!notice.advice.empty())
         text += "      = " + painted("help: ", Ink::help, style.colour) +
                 printable(notice.advice, Origin::utility) + '\n';
@@ -156,19 +133,6 @@ std::string repeats_of(const NoticeGroup &group, const DiagnosticStyle &style) {
     return text + '\n';
 }
 
-std::string skipped_sections_text(const std::string &path, const NoticeGroup &group,
-                                  const DiagnosticStyle &style) {
-    std::vector<std::string> names;
-    names.reserve(group.size());
-    for (const Notice *notice : group)
-        names.push_back(printable(notice->section_name, Origin::utility));
-    const std::string message =
-        counted(static_cast<std::int64_t>(names.size()), "section", "sections") +
-        (names.size() == 1 ? " is" : " are") +
-        " not imported by this version of the library: " + enumerated(names);
-    return first_line(path, *group.front(), message, style) + details_of(*group.front(), style);
-}
-
 } // namespace
 
 std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices) {
@@ -193,6 +157,18 @@ std::string heading_of(const Notice &notice) {
     return heading + message_of(notice);
 }
 
+std::string heading_of(const NoticeGroup &group) {
+    if (group.front()->kind != IMPORT_EXPORT_SECTION_SKIPPED)
+        return heading_of(*group.front());
+    std::vector<std::string> names;
+    names.reserve(group.size());
+    for (const Notice *notice : group)
+        names.push_back(printable(notice->section_name, Origin::utility));
+    return counted(static_cast<std::int64_t>(names.size()), "section", "sections") +
+           (names.size() == 1 ? " is" : " are") +
+           " not imported by this version of the library: " + enumerated(names);
+}
+
 std::string finding_of(const Notice &notice) {
     const bool has_found = !notice.found.empty();
     const bool has_expected = !notice.expected.empty();
@@ -203,11 +179,46 @@ std::string finding_of(const Notice &notice) {
     return finding;
 }
 
+std::string explanation_of(const Notice &notice) {
+    std::string text;
+    if (notice.kind == IMPORT_EXPORT_READ_FAILED && !notice.reason.empty())
+        text = as_sentence(notice.reason);
+    if (const std::string finding = finding_of(notice); !finding.empty()) {
+        text += text.empty() ? "" : " ";
+        text += as_sentence(finding);
+    }
+    return text;
+}
+
+std::optional<MarkedLine> excerpt_of(const Notice &notice, std::size_t cells) {
+    // Without a place there is nothing to show; at the end of a file there may be no line.
+    if (notice.line <= 0 || notice.line_text.empty())
+        return std::nullopt;
+    std::string_view line = notice.line_text;
+    std::int64_t start = std::max<std::int64_t>(1, notice.line_text_column);
+    const bool cut_before = start > 1;
+    // The cut may have left the tail of a character.
+    constexpr int longest_tail = 3;
+    for (int i = 0; cut_before && i < longest_tail && !line.empty() &&
+                    (static_cast<unsigned char>(line.front()) & 0xC0U) == 0x80U;
+         ++i) {
+        line.remove_prefix(1);
+        ++start;
+    }
+    const auto offset = static_cast<std::size_t>(std::max<std::int64_t>(0, notice.column - start));
+    const auto width = static_cast<std::size_t>(std::max<std::int64_t>(0, notice.width));
+    MarkedLine marked = mark_part(line, {offset, width, cut_before}, cells);
+    if (notice.column <= 0)
+        marked.mark.clear();
+    return marked;
+}
+
 std::string diagnostics_text(const ImportOutcome &outcome, const DiagnosticStyle &style) {
     std::string text;
     for (const NoticeGroup &group : group_notices(outcome.notices)) {
         if (group.front()->kind == IMPORT_EXPORT_SECTION_SKIPPED) {
-            text += skipped_sections_text(outcome.path, group, style);
+            text += first_line(outcome.path, *group.front(), heading_of(group), style) +
+                    details_of(*group.front(), style);
             continue;
         }
         const std::size_t shown = style.ungrouped ? group.size() : 1;

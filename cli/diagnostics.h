@@ -4,8 +4,10 @@
 // field, and advice.
 
 #include "cli/import_outcome.h"
+#include "cli/marked_line.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,8 +31,19 @@ using NoticeGroup = std::vector<const Notice *>;
 /// segment"`.
 [[nodiscard]] std::string heading_of(const Notice &notice);
 
+/// What a group of notices says: that of the first, or the names of the sections that are not
+/// imported.
+[[nodiscard]] std::string heading_of(const NoticeGroup &group);
+
 /// What stood there and what was expected; empty when the notice says nothing about it.
 [[nodiscard]] std::string finding_of(const Notice &notice);
+
+/// Why it is so, where the heading does not say it, and the finding: none, one or two sentences.
+[[nodiscard]] std::string explanation_of(const Notice &notice);
+
+/// The line of the file that a notice is about, in at most `cells` columns of a terminal; no mark
+/// when the notice is about the whole line. Nothing when there is no line to show.
+[[nodiscard]] std::optional<MarkedLine> excerpt_of(const Notice &notice, std::size_t cells);
 
 /// All notices and internal errors of an import, as lines.
 [[nodiscard]] std::string diagnostics_text(const ImportOutcome &outcome,

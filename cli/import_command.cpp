@@ -5,6 +5,7 @@
 #include "cli/json_output.h"
 #include "cli/output.h"
 #include "cli/questions.h"
+#include "cli/report_page.h"
 #include "cli/summary.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
@@ -25,7 +26,7 @@ ProgressDisplay::Style progress_style(const ImportOptions &options, const Screen
 }
 
 ImportRequest request_of(const ImportOptions &options, ProgressDisplay &progress,
-                         std::optional<LogFile> &log) {
+                         std::optional<OutputFile> &log) {
     ImportRequest request;
     request.path = options.file;
     request.transport_only = options.transport_only;
@@ -56,6 +57,19 @@ void show(const ImportOutcome &outcome, const ImportOptions &options, const Scre
         write_result(summary_text(outcome, screen_of(stdout).colour));
 }
 
+/// What the files to be written would overwrite; empty when all is well.
+std::string overwriting(const ImportOptions &options) {
+    if (!options.log.empty() && is_same_file(options.log, options.file))
+        return "the command log would overwrite the import file";
+    if (options.report.empty())
+        return {};
+    if (is_same_file(options.report, options.file))
+        return "the report would overwrite the import file";
+    if (!options.log.empty() && is_same_file(options.report, options.log))
+        return "the report would overwrite the command log";
+    return {};
+}
+
 } // namespace
 
 int run_import_command(const ImportOptions &options, const UtilityLibrary &library) {
@@ -64,14 +78,13 @@ int run_import_command(const ImportOptions &options, const UtilityLibrary &libra
                       "Use --scope and --index-names to answer the questions beforehand.\n");
         return exit_status::wrong_use;
     }
-    std::optional<LogFile> log;
-    if (!options.log.empty()) {
-        if (is_same_file(options.log, options.file)) {
-            write_message("kova-import: error: the command log would overwrite the import file\n");
-            return exit_status::wrong_use;
-        }
-        log.emplace(options.log);
+    if (const std::string error = overwriting(options); !error.empty()) {
+        write_message("kova-import: error: " + error + '\n');
+        return exit_status::wrong_use;
     }
+    std::optional<OutputFile> log;
+    if (!options.log.empty())
+        log.emplace("command log", options.log);
     const Screen screen = screen_of(stderr);
     ProgressDisplay progress(stderr, progress_style(options, screen), screen.width);
     ImportSession session(library);
@@ -84,6 +97,11 @@ int run_import_command(const ImportOptions &options, const UtilityLibrary &libra
     show(outcome, options, screen);
     if (log)
         log->finish();
+    if (!options.report.empty()) {
+        OutputFile report("report", options.report);
+        report.write(report_page(outcome));
+        report.finish();
+    }
     return exit_status_of(outcome.verdict);
 }
 

@@ -7,7 +7,10 @@ namespace kova_command {
 
 void add_notice(ImportOutcome &outcome, Notice notice) {
     ++outcome.notice_counts[kind_row(notice.kind)];
-    if (outcome.notices.size() < most_notices)
+    // What says how the import went is kept whatever stands before it; there is little of it.
+    const bool says_how_it_went =
+        notice.level() == Level::error || notice.kind == IMPORT_EXPORT_SECTION_SKIPPED;
+    if (outcome.notices.size() < most_notices || says_how_it_went)
         outcome.notices.push_back(std::move(notice));
 }
 

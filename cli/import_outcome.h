@@ -3,6 +3,7 @@
 // What came out of one import, as plain data: the summary, the diagnostics, JSON, SARIF and reports
 // are made from it.
 
+#include "cli/information_pane.h"
 #include "cli/notice.h"
 #include "cli/section_overview.h"
 #include "host/model.h"
@@ -72,7 +73,7 @@ struct ImportOutcome {
     std::array<std::int64_t, notice_kind_count> notice_counts{}; ///< of all, by row of kind
     std::vector<std::string> internal_errors;                    ///< one sentence each
 
-    std::string information_pane;     ///< HTML that the utility sent, bytes
+    std::vector<PaneFragment> information_pane;
     std::vector<std::string> console; ///< lines that the utility printed, where they were asked for
     std::uint64_t command_count = 0;
 };

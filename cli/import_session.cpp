@@ -211,6 +211,9 @@ ImportOutcome ImportSession::run(const ImportRequest &request) {
         reached += is_section ? 1 : 0;
     });
 
+    PaneRecorder pane(*path);
+    host_.observe_after([&pane](const kova_host::ReceivedCommand &command) { pane.take(command); });
+
     bool lost_notice = false;
     {
         StandardOutputCapture capture(request.keep_console ? StandardOutputCapture::What::keep
@@ -224,6 +227,7 @@ ImportOutcome ImportSession::run(const ImportRequest &request) {
     host_.flush_log();
     host_.log_to({});
     host_.observe_progress({});
+    host_.observe_after({});
     host_.answer_dialogs(kova_host::DialogSettings{});
 
     outcome.transport_only = data.transport_only != 0;
@@ -233,7 +237,7 @@ ImportOutcome ImportSession::run(const ImportRequest &request) {
     outcome.file_version = data.file_version;
     describe_sections(outcome, host_.model(), reached);
     describe_model(outcome, host_.model());
-    outcome.information_pane = host_.pane().html;
+    outcome.information_pane = pane.finish();
     outcome.command_count = host_.command_count();
     gather_internal_errors(outcome, host_, data, lost_notice);
     outcome.verdict = verdict_of(outcome, cancelled);

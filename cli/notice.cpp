@@ -35,6 +35,8 @@ constexpr std::array<NoticeKind, notice_kind_count> kinds = {{
     {IMPORT_EXPORT_OUT_OF_MEMORY, "out_of_memory", Level::error,
      "There is not enough memory for the import.", "stop for want of memory",
      "stops for want of memory"},
+    {IMPORT_EXPORT_HOST_FAILED, "host_failed", Level::error,
+     "The host ended a command with an exception.", "failure of the host", "failures of the host"},
     {0, "other", Level::warning,
      "The import library tells something that this command cannot name.", "other notice",
      "other notices"},

@@ -21,6 +21,7 @@ constexpr const char *examples = R"(Examples:
   kova-import --scope transport river.inp        only the network and its transport
   kova-import --ask river.inp                    be asked for the options
   kova-import --log river.log river.inp          also write every host command to a file
+  kova-import --report river.html river.inp      also write a page for people
   kova-import --json river.inp > river.json      the result for a program
   kova-import check *.inp                        would these files come across whole?
   kova-import check --format sarif *.inp         the same, for tools that show findings
@@ -143,6 +144,8 @@ void Parser::add_import() {
                [this](const std::string &word) { import_.index_segment_names = word == "yes"; });
     command.add_flag("--ask", import_.ask, "Ask the questions of the import on the terminal");
     command.add_option("--log", import_.log, "Write every host command to LOG")->type_name("LOG");
+    command.add_option("--report", import_.report, "Write a report of the import to HTML, a page")
+        ->type_name("HTML");
     command.add_flag("--json", import_.json, "Write the result to standard output as JSON");
     CLI::Option *const verbose = command.add_flag("-v,--verbose", import_.verbose,
                                                   "Show every notice and the library's own lines");

@@ -18,7 +18,8 @@ struct ImportOptions {
     bool json = false;
     bool verbose = false;
     bool quiet = false;
-    std::string log; ///< file of the command log; empty for none
+    std::string log;    ///< file of the command log; empty for none
+    std::string report; ///< file of the report page; empty for none
 };
 
 enum class CheckFormat : std::uint8_t { text, json, sarif };

@@ -4,7 +4,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <utility>
 
 namespace kova_command {
@@ -21,36 +23,44 @@ void write_message(std::string_view text) {
     static_cast<void>(std::fflush(stderr));
 }
 
-LogFile::LogFile(std::string path)
-    : path_(std::move(path)), file_(std::fopen(path_.c_str(), "wbe")) {
+OutputFile::OutputFile(std::string_view content, std::string path)
+    : content_(content), path_(std::move(path)), file_(std::fopen(path_.c_str(), "wbe")) {
     if (file_ == nullptr) {
         error_ = errno;
         fail();
     }
 }
 
-void LogFile::write(std::string_view piece) noexcept {
+void OutputFile::write(std::string_view piece) noexcept {
     if (error_ == 0 && std::fwrite(piece.data(), 1, piece.size(), file_.get()) != piece.size())
         error_ = errno;
 }
 
-void LogFile::finish() {
+void OutputFile::finish() {
     if (std::fclose(file_.release()) != 0 && error_ == 0)
         error_ = errno;
     if (error_ != 0)
         fail();
 }
 
-void LogFile::fail() const {
-    throw OutputFailed("the command log " + printable(path_) +
+void OutputFile::fail() const {
+    throw OutputFailed("the " + content_ + ' ' + printable(path_) +
                        " cannot be written: " + std::strerror(error_));
 }
 
 bool is_same_file(const std::string &one, const std::string &other) {
     struct stat first {};
     struct stat second {};
-    return ::stat(one.c_str(), &first) == 0 && ::stat(other.c_str(), &second) == 0 &&
-           S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+    const bool one_exists = ::stat(one.c_str(), &first) == 0;
+    const bool other_exists = ::stat(other.c_str(), &second) == 0;
+    if (one_exists && other_exists)
+        return S_ISREG(first.st_mode) && first.st_dev == second.st_dev &&
+               first.st_ino == second.st_ino;
+    if (one_exists || other_exists)
+        return false;
+    std::error_code error;
+    const std::filesystem::path place = std::filesystem::weakly_canonical(one, error);
+    return !error && place == std::filesystem::weakly_canonical(other, error) && !error;
 }
 
 } // namespace kova_command

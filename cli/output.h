@@ -22,12 +22,12 @@ void write_result(std::string_view text);
 /// Writes `text` to standard error, whatever comes of it: there is nobody else to tell.
 void write_message(std::string_view text);
 
-/// The file of the command log. A failure is kept until `finish`, since it shows while the import
-/// is at work.
-class LogFile {
+/// A file of results. A failure is kept until `finish`, since it may show while the import is at
+/// work.
+class OutputFile {
   public:
-    /// Starts the file anew. Throws `OutputFailed`.
-    explicit LogFile(std::string path);
+    /// Starts the file anew. `content` names it to people: "command log". Throws `OutputFailed`.
+    OutputFile(std::string_view content, std::string path);
 
     void write(std::string_view piece) noexcept;
     /// Throws `OutputFailed` when anything could not be written.
@@ -40,12 +40,13 @@ class LogFile {
 
     [[noreturn]] void fail() const;
 
+    std::string content_;
     std::string path_;
     std::unique_ptr<std::FILE, Close> file_;
     int error_ = 0;
 };
 
-/// Whether two paths lead to one file.
+/// Whether two paths lead to one file, or would when it is made.
 [[nodiscard]] bool is_same_file(const std::string &one, const std::string &other);
 
 } // namespace kova_command

@@ -8,8 +8,6 @@
 #include <cinttypes>
 #include <cmath>
 #include <cstdio>
-#include <string_view>
-#include <vector>
 
 namespace kova_command {
 
@@ -166,23 +164,31 @@ std::string notices_text(const ImportOutcome &outcome) {
     return text.empty() ? "none" : text;
 }
 
+std::vector<SummaryLine> summary_lines(const ImportOutcome &outcome) {
+    std::vector<SummaryLine> lines;
+    if (outcome.header_read) {
+        lines.push_back({"Model", std::string(model_kind(outcome.model_type)) + " (type " +
+                                      std::to_string(outcome.model_type) + ')'});
+        lines.push_back({"Format", std::string(format_name(outcome.file_version)) +
+                                       ", file version " + std::to_string(outcome.file_version)});
+    }
+    if (outcome.settings_read) {
+        lines.push_back({"Period", period_text(outcome.settings)});
+        lines.push_back({"Systems", systems_text(outcome)});
+    }
+    if (outcome.segments_read)
+        lines.push_back({"Segments", std::to_string(outcome.segment_count)});
+    if (outcome.header_read)
+        lines.push_back({"Asked for", options_text(outcome)});
+    return lines;
+}
+
 std::string summary_text(const ImportOutcome &outcome, bool colour) {
     std::string text = printable(outcome.path) + ": " +
                        painted(verdict_text(outcome), ink_of(outcome), colour) + '\n';
+    for (const SummaryLine &each : summary_lines(outcome))
+        text += line(each.label, each.text);
     if (outcome.header_read) {
-        text += line("Model", std::string(model_kind(outcome.model_type)) + " (type " +
-                                  std::to_string(outcome.model_type) + ')');
-        text += line("Format", std::string(format_name(outcome.file_version)) + ", file version " +
-                                   std::to_string(outcome.file_version));
-    }
-    if (outcome.settings_read) {
-        text += line("Period", period_text(outcome.settings));
-        text += line("Systems", systems_text(outcome));
-    }
-    if (outcome.segments_read)
-        text += line("Segments", std::to_string(outcome.segment_count));
-    if (outcome.header_read) {
-        text += line("Asked for", options_text(outcome));
         text += "  Sections\n";
         for (const SectionOutcome &section : outcome.sections) {
             constexpr std::size_t name_width = 32;

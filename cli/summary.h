@@ -4,6 +4,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace kova_command {
 
@@ -22,6 +24,15 @@ namespace kova_command {
 
 /// "1 read failure, 2 texts cut", or "none".
 [[nodiscard]] std::string notices_text(const ImportOutcome &outcome);
+
+/// One line of a summary.
+struct SummaryLine {
+    std::string_view label;
+    std::string text;
+};
+
+/// Model, format, period and the like, as far as they were read, and what was asked for.
+[[nodiscard]] std::vector<SummaryLine> summary_lines(const ImportOutcome &outcome);
 
 /// The summary of an import: a dozen lines.
 [[nodiscard]] std::string summary_text(const ImportOutcome &outcome, bool colour);

@@ -85,7 +85,6 @@ static void call(size_t count, char *keyword, void **arguments, const size_t *le
     size_t texts = 0;
     for (size_t i = 0; i < count; ++i) {
         int32_t integer = 0;
-        float real = 0;
         switch (kinds[i]) {
         case 't':
             print_text(arguments[i], lengths[++texts]);
@@ -108,9 +107,10 @@ static void call(size_t count, char *keyword, void **arguments, const size_t *le
             memset(arguments[i], 0x55, sizeof integer);
             break;
         default:
-            memcpy(&real, arguments[i], sizeof real);
-            fprintf(output(), " %.9g", (double)real);
-            memset(arguments[i], 0x55, sizeof real);
+            /* by its bits, which no locale changes */
+            memcpy(&integer, arguments[i], sizeof integer);
+            fprintf(output(), " %08x", (unsigned)integer);
+            memset(arguments[i], 0x55, sizeof integer);
             break;
         }
     }

@@ -59,7 +59,11 @@ int main(int argument_count, char **arguments) {
         char after[4096];
         if (getcwd(before, sizeof before) == NULL)
             return 6;
-        setlocale(LC_ALL, "");
+        const char *locale_wanted = getenv("PLAIN_HOST_LOCALE");
+        const char *locale_found = setlocale(LC_ALL, "");
+        if (locale_wanted != NULL &&
+            (locale_found == NULL || strcmp(locale_found, locale_wanted) != 0))
+            return 12;
         char *locale = strdup(setlocale(LC_ALL, NULL));
         fesetround(FE_DOWNWARD);
         import();

@@ -11,7 +11,7 @@ LIBRARY = Path(os.environ["KOVA_LIBRARY"])
 REFERENCE_HOST = Path(os.environ["KOVA_REFERENCE_HOST"])
 PLAIN_HOST_FOLDER = Path(os.environ["KOVA_PLAIN_HOST_FOLDER"])
 LOADER = Path(os.environ["KOVA_PLAIN_LOADER"])
-FAILING_OPEN = Path(os.environ["KOVA_FAILING_OPEN"])
+FAILING_FILE = Path(os.environ["KOVA_FAILING_FILE"])
 SANITIZED = os.environ.get("KOVA_SANITIZED") == "1"
 
 LEGACY = """   11      2
@@ -49,7 +49,7 @@ PSEEDTIME 10 4 5 6
 PSEEDDATE 10 1 2 2003
 PHYDSKIPDATE 13 7 8 2009
 PHYDSKIPTIME 13 10 11 12
-PENDJULIAN 11 365.100006
+PENDJULIAN 11 43b68ccd
 PNUMSYS 8 1
 PSYSNAME 9 1 31:Ammonia%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%00 6:NH-34%00
 PSYSTEMSREFRESH 16
@@ -57,28 +57,28 @@ PSOLUTIONTYPE 14 1
 PNEGSLN 8 2
 PICRD 6 3
 PINTYP 7 4
-PFRACMAXTS 11 0.100000001
-PMAXDT 7 0.5
-PMINDT 7 0.125
-PMODELOUTPUTINTERVAL 21 0.25
+PFRACMAXTS 11 3dcccccd
+PMAXDT 7 3f000000
+PMINDT 7 3e000000
+PMODELOUTPUTINTERVAL 21 3e800000
 PNUMSEG 8 1
 PBEDOPT 8 1
-PBEDDT 7 0.25
-PSCALV 7 2
-PCONVV 7 0.5
+PBEDDT 7 3e800000
+PSCALV 7 40000000
+PCONVV 7 3f000000
 PSEGNAME 9 1 40:Upper%20Pool%00%00%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20%20
 PBOTSEG 8 1 2
 PSEGTYPE 9 1 3
-PVOLUME 8 1 0.100000001
-PVMULT 7 1 11
-PVEXP 6 1 12
-PDMULT 7 1 13
-PDEXP 6 1 14
-PSEGSLOPE 10 1 16
-PSEGLENGTH 11 1 15
-PSEGWIDTH 10 1 17
-PSEGROUGH 10 1 18
-PSEGMINDEPTH 13 1 19
+PVOLUME 8 1 3dcccccd
+PVMULT 7 1 41300000
+PVEXP 6 1 41400000
+PDMULT 7 1 41500000
+PDEXP 6 1 41600000
+PSEGSLOPE 10 1 41800000
+PSEGLENGTH 11 1 41700000
+PSEGWIDTH 10 1 41880000
+PSEGROUGH 10 1 41900000
+PSEGMINDEPTH 13 1 41980000
 PSEGMENTSREFRESH 17
 """.splitlines()
 
@@ -153,18 +153,34 @@ class PlainHost(unittest.TestCase):
 
     def test_the_locale_does_not_matter(self):
         expected, _ = self.run_loader(LEGACY)
-        for locale in ("de_DE.UTF-8", "C.UTF-8", "tr_TR.UTF-8"):
-            log, _ = self.run_loader(LEGACY, environment={"LC_ALL": locale})
-            self.assertEqual([line for line in log if "FILENAME" not in line],
-                             [line for line in expected if "FILENAME" not in line])
+        with tempfile.TemporaryDirectory() as folder:
+            # a locale with commas for points, made here since few machines have one
+            subprocess.run(["localedef", "-f", "UTF-8", "-i", "de_DE", f"{folder}/de_DE.UTF-8"], check=True,
+                           capture_output=True)
+            log, _ = self.run_loader(LEGACY, environment={
+                "LC_ALL": "de_DE.UTF-8", "LOCPATH": folder, "PLAIN_HOST_LOCALE": "de_DE.UTF-8"})
+        self.assertEqual([line for line in log if "FILENAME" not in line],
+                         [line for line in expected if "FILENAME" not in line])
 
     @unittest.skipIf(SANITIZED, "the sanitizers' runtime wants to be loaded first")
     def test_a_second_open_that_fails_is_reported_like_the_first(self):
-        log, _ = self.run_loader(LEGACY, environment={"LD_PRELOAD": str(FAILING_OPEN), "FAILING_OPEN": "{model}"})
+        log, _ = self.run_loader(LEGACY, environment={"LD_PRELOAD": str(FAILING_FILE), "FAILING_FILE": "{model}", "FAILING_OPEN": "2"})
         first_import = log[:8]
         self.assertEqual([line.split()[0] for line in first_import],
                          ["PDIALOG"] * 3 + ["GFILENAME"] + ["PINFOHTML"] * 4)
         self.assertIn("File%20Can%20Not%20be%20Opened", first_import[5])
+
+    @unittest.skipIf(SANITIZED, "the sanitizers' runtime wants to be loaded first")
+    def test_a_record_whose_end_cannot_be_read_is_not_taken_for_a_shorter_one(self):
+        # wherever reading fails, the import stops; in the middle of "19", 1 must not become the minimum depth
+        for length in range(len(LEGACY)):
+            log, console = self.run_loader(LEGACY, environment={
+                "LD_PRELOAD": str(FAILING_FILE), "FAILING_FILE": "{model}", "FAILING_READ": str(length)})
+            self.assertFalse([line for line in log if line.startswith("PSEGMENTSREFRESH")], length)
+            if length < len("   11      2\n"):
+                self.assertIn("File%20Can%20Not%20be%20Opened", log[5])
+            else:
+                self.assertIn("Error Reading Import File at Line: ", console)
 
     def test_a_file_that_is_missing_is_reported(self):
         log, _ = self.run_loader(None)

@@ -43,7 +43,7 @@ SMALL = b"""\
 0.001 0.1
 1
 0 0.5
-0 1 0
+0 0 0
 0
 0
 2
@@ -417,7 +417,7 @@ class Json(CommandTest):
         summary = self.document(self.file("small.inp"))["summary"]
         self.assertEqual(summary["period"]["text"],
                          "2020-03-01 06:30:00 to 2020-03-11 18:30:00 (10.5 days)")
-        self.assertEqual(summary["systems"]["names"], ["Ammonia", "Diss Org N"])
+        self.assertEqual(summary["systems"]["names"], ["Ammonia", "Nitrate/Nitrite", "Diss Org N"])
 
 
 class Check(CommandTest):

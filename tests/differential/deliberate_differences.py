@@ -275,14 +275,6 @@ DIFFERENCES = (
         lambda walk, text: text[3:],
     ),
     Difference(
-        "byte-order mark of UTF-16",
-        "A failure in such a file has its own reason.",
-        lambda walk: walk.byte_order_mark in (b"\xff\xfe", b"\xfe\xff"),
-        "bad",
-        "end",
-        (Example(13, b"\xff\xfea", 'bad -777777 "FFFE61 -', 'end -777777 "FFFE61 -'),),
-    ),
-    Difference(
         "carriage return in fixed columns",
         "Only LF and CR LF end a line; a CR elsewhere is a byte of its column.",
         lambda walk: (walk.fixed and b"\r" in walk.record) or b"\r" in walk.next_record,

@@ -86,8 +86,6 @@ def walk(statement, text):
     else:
         result, position = walk_fixed(statement, text, start)
     result.byte_order_mark = mark
-    if mark and not start and result.outcome == "end":
-        result.outcome = "bad"  # for its own reason: the file is in UTF-16
     if result.outcome == "ok":
         result.next_record = line_at(text, position)[0][:40]
     return result

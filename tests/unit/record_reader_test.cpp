@@ -374,6 +374,18 @@ TEST(UnguardedReads, ATitleThatCannotBeReadIsOneLine) {
     }
 }
 
+TEST(UnguardedReads, AtTheEndOfBlankLinesStayThere) {
+    // An older value that started at the same place must not draw the stream back to it.
+    OpenText text("\n");
+    FixedText<10> title;
+    text->unguarded_list("title", title);
+    EXPECT_TRUE(text->ok());
+    std::int32_t number = untouched;
+    text->list("number", field("number", number));
+    EXPECT_EQ(text->failure().kind, ReadFailureKind::end_of_file);
+    EXPECT_EQ(number, untouched);
+}
+
 TEST(Failures, StickAndChangeNothing) {
     OpenText text("x\n1\n2\n");
     std::int32_t number = untouched;

@@ -386,8 +386,7 @@ bool RecordReader::unguarded_text_list(const char *name, char *target, std::size
         return true;
     // Nobody asks what a title says. At the end of the file it is blank; any other that cannot be
     // read is one line.
-    const bool at_end = failure_.kind == ReadFailureKind::end_of_file ||
-                        failure_.kind == ReadFailureKind::system_error;
+    const bool at_end = failure_.is_at_end();
     failure_ = ReadFailure{};
     std::fill_n(target, width, ' ');
     if (!at_end && stream_.go_back(start))
@@ -451,10 +450,10 @@ void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t widt
     failure_.found.assign(found);
     if (kind == ReadFailureKind::not_open)
         return;
-    if (stream_.has_wide_characters())
-        failure_.kind = ReadFailureKind::wide_text;
-    else if (kind == ReadFailureKind::bad_value && stream_.line_is_cut())
+    if (kind == ReadFailureKind::bad_value && stream_.line_is_cut())
         failure_.kind = ReadFailureKind::system_error;
+    else if (kind == ReadFailureKind::bad_value && stream_.has_wide_characters())
+        failure_.kind = ReadFailureKind::wide_text;
     show_line(place);
 }
 
@@ -462,7 +461,8 @@ void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t widt
 void RecordReader::show_line(FilePlace place) {
     LineExcerpt excerpt = stream_.excerpt(place);
     const FilePlace start = value_.mark.place();
-    const bool is_at_value = start.line == place.line && start.column == place.column;
+    const bool is_at_value =
+        !failure_.is_at_end() && start.line == place.line && start.column == place.column;
     if (excerpt.text.empty() && is_at_value && stream_.go_back(value_.mark))
         excerpt = stream_.excerpt(place);
     failure_.line_text.assign(excerpt.text);

@@ -75,6 +75,9 @@ struct ReadFailure {
     ShortText<120> found;     ///< what stood there, cut
     ShortText<400> line_text; ///< the line around it, cut
     std::int64_t line_text_column = 1;
+
+    /// Whether it is the end of the file, and no value, that stands at the place.
+    [[nodiscard]] bool is_at_end() const { return width == 0; }
 };
 
 /// Performs the read statements of all sections: fixed-column records, free-form lists, captions.

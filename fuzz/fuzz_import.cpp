@@ -1,0 +1,400 @@
+// Fuzzes whole imports. The first byte of the input says which header the file gets and what the
+// host answers; the rest is the file behind its header. Built once for each family of formats, so
+// that each is really reached: KOVA_FUZZ_FIRST_VERSION is 0 for the legacy one, 3 for the current.
+
+#include "fuzz/fuzz_support.h"
+
+#include "host/reference_host.h"
+#include "import_export.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kova_fuzz {
+namespace {
+
+constexpr bool is_current_target = KOVA_FUZZ_FIRST_VERSION == 3;
+constexpr std::int32_t first_current_version = 3;
+
+// The input
+
+/// Without the first, which lets the file bring its own.
+constexpr std::array<std::string_view, 7> headers =
+    is_current_target ? std::array<std::string_view, 7>{"   11      3\n",
+                                                        "    8      3\n",
+                                                        "   11     99 rest\n",
+                                                        "   1100000 8\r\n",
+                                                        "   12     +4\n",
+                                                        "-9999XXXXX 3\n",
+                                                        "\xEF\xBB\xBF   11      3\n"}
+                      : std::array<std::string_view, 7>{"   11      2\n",
+                                                        "    8      2\n",
+                                                        "   11\n",
+                                                        "   1100000 1\r\n",
+                                                        "   12     -4 rest\n",
+                                                        "-9999XXXXX 0\n",
+                                                        "\xEF\xBB\xBF   11      2\n"};
+
+enum class Path : std::uint8_t { missing, full_stop, plain, long_one };
+
+struct Input {
+    std::string file;
+    bool transport_only = false;
+    bool index_segment_names = true;
+    bool answers = true;
+    Path path = Path::plain;
+    bool repeat = false;
+};
+
+Input input_of(std::string_view data) {
+    Input input;
+    const auto options =
+        data.empty() ? 0U : static_cast<unsigned>(static_cast<unsigned char>(data[0]));
+    data.remove_prefix(std::min<std::size_t>(1, data.size()));
+    if (const unsigned header = options % 8; header != 0)
+        input.file = headers[header - 1];
+    input.file += data;
+    input.transport_only = (options & 0x08U) != 0;
+    input.index_segment_names = (options & 0x10U) == 0;
+    input.path = static_cast<Path>(options >> 5U & 0x03U);
+    input.answers = (options & 0x80U) == 0;
+
+    // Some inputs, always the same ones, are imported twice.
+    std::uint32_t hash = 2166136261U;
+    for (const char character : data)
+        hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
+    input.repeat = hash % 8 == 0;
+    return input;
+}
+
+std::string path_of(const MemoryFile &file, Path kind) {
+    constexpr std::size_t field_width = 512;
+    switch (kind) {
+    case Path::missing:
+        return "/nowhere/" + file.name();
+    case Path::full_stop:
+        return "/proc/./self/fd/" + file.name();
+    case Path::long_one: {
+        const std::string end = "./" + file.name();
+        std::string path = "/proc/self/fd/";
+        path.append(field_width - path.size() - end.size(), '/');
+        return path + end;
+    }
+    case Path::plain:
+        break;
+    }
+    return file.path();
+}
+
+// One import
+
+/// A notice with texts of its own.
+struct Notice {
+    std::int32_t kind = 0;
+    std::int32_t section = 0;
+    std::int64_t statement_number = 0;
+    kova_import::FilePlace place;
+    std::int64_t width = 0;
+    std::string found;
+    std::string line_text;
+    std::int64_t line_text_column = 0;
+    std::vector<std::string> texts;
+
+    bool operator==(const Notice &other) const {
+        return kind == other.kind && section == other.section &&
+               statement_number == other.statement_number && place.line == other.place.line &&
+               place.column == other.place.column && width == other.width && found == other.found &&
+               line_text == other.line_text && line_text_column == other.line_text_column &&
+               texts == other.texts;
+    }
+};
+
+/// What happened between two moves of the progress indicator.
+struct Stage {
+    std::vector<std::string_view> keywords;
+
+    [[nodiscard]] std::ptrdiff_t count(std::string_view keyword) const {
+        return std::count(keywords.begin(), keywords.end(), keyword);
+    }
+    [[nodiscard]] bool is(std::initializer_list<std::string_view> expected) const {
+        return std::equal(keywords.begin(), keywords.end(), expected.begin(), expected.end());
+    }
+};
+
+/// What an import did; stage 0 is before the first section, stage n is section n, and the last is
+/// behind the sections.
+struct Run {
+    std::vector<Stage> stages{1};
+    std::vector<Notice> notices;
+    std::string log;
+    bool segment_count_seen = false;
+    std::int32_t segment_count = 0;
+    bool system_count_seen = false;
+    std::int32_t system_count = 0;
+
+    [[nodiscard]] std::ptrdiff_t count(std::int32_t kind) const {
+        return std::count_if(notices.begin(), notices.end(),
+                             [kind](const Notice &notice) { return notice.kind == kind; });
+    }
+};
+
+void collect(void *context, const import_export_notice *notice) {
+    require(notice->size == sizeof *notice, "a notice has the size of its struct");
+    require(notice->found[notice->found_length] == '\0', "what was found ends in a NUL");
+    require(notice->line_text[notice->line_text_length] == '\0', "the shown line ends in a NUL");
+    Notice copy{notice->kind,
+                notice->section,
+                notice->statement_number,
+                {notice->line, notice->column},
+                notice->width,
+                std::string(notice->found, notice->found_length),
+                std::string(notice->line_text, notice->line_text_length),
+                notice->line_text_column,
+                {notice->section_name, notice->statement, notice->field, notice->expected,
+                 notice->reason, notice->advice, notice->path}};
+    static_cast<Run *>(context)->notices.push_back(std::move(copy));
+}
+
+void observe(Run &run, const kova_host::ReceivedCommand &command) {
+    require(command.command != nullptr, "the command is in the table");
+    const std::string_view keyword = command.command->keyword;
+    if (keyword == "PPROGRESS") {
+        run.stages.emplace_back();
+        return;
+    }
+    run.stages.back().keywords.push_back(keyword);
+    if (keyword == "PNUMSEG") {
+        run.segment_count_seen = true;
+        run.segment_count = command.integer(0);
+    } else if (keyword == "PNUMSYS") {
+        run.system_count_seen = true;
+        run.system_count = command.integer(0);
+    }
+}
+
+/// Imports the file; the host is left for checking.
+Run import_into(kova_host::ReferenceHost &host, const Input &input, const MemoryFile &file) {
+    Run run;
+    if (input.answers) {
+        kova_host::DialogSettings answers;
+        answers.scope = input.transport_only ? kova_host::first_button : kova_host::second_button;
+        answers.index_segment_names =
+            input.index_segment_names ? kova_host::first_button : kova_host::second_button;
+        host.answer_dialogs(answers);
+    } else {
+        host.answer_dialogs(kova_host::Unanswered{});
+    }
+    host.set_import_file(path_of(file, input.path));
+    host.observe_before(
+        [&run](const kova_host::ReceivedCommand &command) { observe(run, command); });
+    if (input.repeat)
+        host.log_to([&run](std::string_view piece) { run.log += piece; });
+    IMPORT_EXPORT.notice = collect;
+    IMPORT_EXPORT.notice_context = &run;
+    {
+        const kova_host::Connection connection = host.connect();
+        importexport();
+    }
+    IMPORT_EXPORT.notice = nullptr;
+    IMPORT_EXPORT.notice_context = nullptr;
+    host.flush_log();
+    host.observe_before({});
+    host.log_to({});
+    return run;
+}
+
+// Invariants
+
+void check_start(const Run &run, bool opened) {
+    std::vector<std::string_view> start = run.stages.front().keywords;
+    const std::array<std::string_view, 4> questions = {"PDIALOG", "PDIALOG", "PDIALOG",
+                                                       "GFILENAME"};
+    require(start.size() > questions.size() &&
+                std::equal(questions.begin(), questions.end(), start.begin()),
+            "the questions come first");
+    start.erase(start.begin(), start.begin() + questions.size());
+    if (opened) {
+        require(start.front() == "PCLEARINFO", "the introduction starts with an empty pane");
+        start.erase(start.begin());
+    }
+    require(std::all_of(start.begin(), start.end(),
+                        [](std::string_view keyword) { return keyword == "PINFOHTML"; }),
+            "only the information pane is told something then");
+    require(opened || start.size() == 4, "a failure to open is told in four pieces");
+}
+
+void check_open_failure(const Run &run) {
+    check_start(run, false);
+    require(run.notices.size() == 1 && run.notices.front().section == 0,
+            "a failure to open is one notice");
+    require(run.notices.front().kind == IMPORT_EXPORT_OPEN_FAILED ||
+                run.notices.front().kind == IMPORT_EXPORT_READ_FAILED,
+            "it tells of a path or of the header");
+    require(IMPORT_EXPORT.import_error == 0, "no section has failed then");
+}
+
+bool is_report(std::string_view keyword) {
+    return keyword == "PINFOHTML" || keyword == "GSPRINTFI" || keyword == "GSPRINTFR";
+}
+
+void check_failed_section(const Stage &stage, std::int32_t section, bool is_current) {
+    require(std::all_of(stage.keywords.begin(), stage.keywords.end(), is_report),
+            "a section that fails sends no data");
+    if (is_current)
+        require(stage.keywords.size() >= 3 &&
+                    stage.keywords[stage.keywords.size() - 3] == "GSPRINTFI",
+                "a current section that fails reports its line in the pane");
+    if (section == 2)
+        require(stage.keywords.size() == (is_current ? 3 : 0),
+                "the segments report nothing before all is read");
+}
+
+void check_model_parameters(const Run &run, const kova_host::Model &model, bool is_current) {
+    const Stage &stage = run.stages[1];
+    require(std::find_if_not(stage.keywords.begin(), stage.keywords.end(), is_report) !=
+                    stage.keywords.end() &&
+                *std::find_if_not(stage.keywords.begin(), stage.keywords.end(), is_report) ==
+                    "PFILENAME",
+            "the model file's name is the first datum");
+    require(stage.keywords.back() == "PMODELOUTPUTINTERVAL", "the output interval is the last");
+    for (const std::string_view once :
+         {"PFILENAME", "PMODELTYPE", "PSEEDTIME", "PSEEDDATE", "PHYDSKIPDATE", "PHYDSKIPTIME",
+          "PENDJULIAN", "PNUMSYS", "PSYSTEMSREFRESH", "PSOLUTIONTYPE", "PNEGSLN", "PICRD", "PINTYP",
+          "PFRACMAXTS", "PMAXDT", "PMINDT", "PMODELOUTPUTINTERVAL"})
+        require(stage.count(once) == 1, "every datum of the opening block is sent once");
+    const std::ptrdiff_t count = std::max(run.system_count, 0);
+    require(stage.count("PSYSNAME") == count, "every system gets its name");
+    require(std::ssize(model.systems) == count, "the host has as many systems as were announced");
+    require(model.settings.model_type == IMPORT_EXPORT.model_type, "the model types agree");
+    require(run.system_count ==
+                (is_current ? IMPORT_EXPORT.system_count : IMPORT_EXPORT.state_variable_count),
+            "the system counts agree");
+    require(is_current || run.system_count <= 28, "there are no more state variables than systems");
+}
+
+void check_segments(const Run &run, const kova_host::Model &model, bool is_current) {
+    const Stage &stage = run.stages[2];
+    const std::ptrdiff_t count = std::max(run.segment_count, 0);
+    require(run.segment_count_seen && stage.keywords.front() == "PNUMSEG",
+            "the segment count is the first datum");
+    require(stage.keywords.back() == "PSEGMENTSREFRESH", "the end of the segments is told");
+    require(run.segment_count == IMPORT_EXPORT.segment_count, "the segment counts agree");
+    require(std::ssize(model.segments) == count, "the host has as many segments as announced");
+    constexpr std::ptrdiff_t settings = 8;
+    const std::ptrdiff_t a_segment = is_current ? 20 : 13;
+    require(std::ssize(stage.keywords) == settings + count * a_segment,
+            "every segment gets all its data");
+}
+
+void check_section_run(const Run &run, const kova_host::ReferenceHost &host) {
+    constexpr std::array<std::int32_t, 12> progress = {0,  5,  10, 20, 30, 40,
+                                                       50, 60, 70, 80, 85, 100};
+    constexpr std::int32_t imported_sections = 2;
+    constexpr std::ptrdiff_t skipped_sections = 9;
+    require(std::equal(progress.begin(), progress.end(), host.progress().begin(),
+                       host.progress().end()),
+            "the progress goes through its twelve values");
+    check_start(run, true);
+    const std::vector<std::string_view> &end = run.stages.back().keywords;
+    require(!end.empty() && end.front() == "PDIALOG" &&
+                std::all_of(end.begin() + 1, end.end(),
+                            [](std::string_view keyword) { return keyword == "PINFOHTML"; }),
+            "the import ends with a question and a note");
+
+    const bool is_current = IMPORT_EXPORT.file_version >= first_current_version;
+    std::int32_t failed = 0;
+    for (const Notice &notice : run.notices)
+        if (notice.kind == IMPORT_EXPORT_READ_FAILED) {
+            require(failed == 0 && notice.section >= 1 && notice.section <= imported_sections,
+                    "one section fails at most, and none that is not imported");
+            failed = notice.section;
+            require(notice.statement_number == IMPORT_EXPORT.line_counter,
+                    "the notice and the host's line counter agree");
+        }
+    require(IMPORT_EXPORT.import_error == (failed != 0 ? 1 : 0),
+            "the error flag is set exactly when a section failed");
+    require(run.count(IMPORT_EXPORT_SECTION_SKIPPED) == (failed != 0 ? 0 : skipped_sections),
+            "sections that are not imported are told, unless one has failed");
+
+    for (std::int32_t section = 1; section <= 11; ++section) {
+        const Stage &stage = run.stages[static_cast<std::size_t>(section)];
+        if (section == failed)
+            check_failed_section(stage, section, is_current);
+        else if (section > imported_sections || (failed != 0 && section > failed))
+            require(stage.keywords.empty(), "nothing is sent for a section that does not run");
+        else if (section == 1)
+            check_model_parameters(run, host.model(), is_current);
+        else
+            check_segments(run, host.model(), is_current);
+    }
+    require(run.system_count_seen == (failed != 1), "systems come with the opening block only");
+    require(run.segment_count_seen == (failed == 0), "segments come with their section only");
+}
+
+void check_run(const Run &run, const kova_host::ReferenceHost &host, const Input &input) {
+    for (const kova_host::Violation &violation : host.violations())
+        std::fprintf(stderr, "%s: %s\n", violation.keyword.c_str(), violation.sentence.c_str());
+    require(host.violation_count() == 0, "the host counts no violation");
+    require(run.count(IMPORT_EXPORT_CALL_REFUSED) == 0 &&
+                run.count(IMPORT_EXPORT_OUT_OF_MEMORY) == 0,
+            "no call is refused and memory suffices");
+    require(IMPORT_EXPORT.transport_only == (input.answers && input.transport_only ? 1 : 0),
+            "the scope is what was answered");
+    require(IMPORT_EXPORT.index_segment_names ==
+                (input.answers && !input.index_segment_names ? 0 : 1),
+            "the segment names are what was answered");
+    require(IMPORT_EXPORT.line_counter >= 1, "the line counter is positive");
+
+    const TextLines lines(input.file);
+    for (const Notice &notice : run.notices)
+        if (notice.kind == IMPORT_EXPORT_READ_FAILED)
+            check_shown_failure({notice.place, notice.width, notice.found, notice.line_text,
+                                 notice.line_text_column},
+                                lines);
+    if (host.progress().empty())
+        check_open_failure(run);
+    else
+        check_section_run(run, host);
+}
+
+void run(const Input &input) {
+    static MemoryFile file;
+    file.write(input.file);
+    kova_host::ReferenceHost host;
+    const Run first = import_into(host, input, file);
+    check_run(first, host, input);
+    require((input.path == Path::missing) <= host.progress().empty(),
+            "a file that is not there is not imported");
+    if (!input.repeat)
+        return;
+    kova_host::ReferenceHost other_host;
+    const Run second = import_into(other_host, input, file);
+    check_run(second, other_host, input);
+    require(!first.log.empty() && first.log == second.log, "the same file gives the same log");
+    require(first.notices == second.notices, "the same file gives the same notices");
+}
+
+} // namespace
+} // namespace kova_fuzz
+
+extern "C" {
+int LLVMFuzzerInitialize(int *argument_count, char ***arguments);
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+}
+
+int LLVMFuzzerInitialize(int * /*argument_count*/, char *** /*arguments*/) {
+    // The utility's console lines are of no interest here.
+    kova_fuzz::require(std::freopen("/dev/null", "w", stdout) != nullptr,
+                       "standard output can be sent away");
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    kova_fuzz::run(kova_fuzz::input_of({reinterpret_cast<const char *>(data), size}));
+    return 0;
+}
