@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -9,37 +11,135 @@ using namespace host_test;
 using kova_import::ArgumentKind;
 using kova_import::host_commands;
 
-struct KeywordAndEntry {
+/// A keyword and its arguments, one letter each: i integer, r real, l literal, f field, n field
+/// with a NUL, h HTML fragment, A answer, T text that the host writes, b send buffer; texts of a
+/// fixed width have it behind them.
+struct KeywordAndArguments {
     std::string_view keyword;
-    std::size_t entry_point;
+    std::string_view arguments;
 };
 
 // clang-format off
-constexpr KeywordAndEntry expected[] = {
-    {"GFILENAME", 1}, {"GSPRINTFI", 3}, {"GSPRINTFR", 3}, {"GWEIRTYPE", 2}, {"PADDCONST", 2},
-    {"PADDPARAM", 2}, {"PALLBOUNDFUNC", 4}, {"PALLLOADFUNC", 4}, {"PBEDDT", 1}, {"PBEDOPT", 1},
-    {"PBOTSEG", 2}, {"PBOTTOMELEVATION", 2}, {"PBQ", 4}, {"PBRKTF", 5}, {"PCLEARINFO", 0},
-    {"PCMAX", 2}, {"PCONSTANTSREFRESH", 0}, {"PCONSTISUSED", 3}, {"PCONSTPARAM", 4},
-    {"PCONSTVALUEBYISC", 3}, {"PCONVB", 2}, {"PCONVQ", 2}, {"PCONVR", 2}, {"PCONVV", 1},
-    {"PCONVW", 2}, {"PDENSITY", 2}, {"PDEXP", 2}, {"PDIALOG", 5}, {"PDMULT", 2}, {"PENDJULIAN", 1},
-    {"PEXCHANGEFUNCDESC", 3}, {"PEXCHANGESREFRESH", 0}, {"PFDISS", 3}, {"PFILENAME", 1},
-    {"PFLOWFUNCDESC", 3}, {"PFLOWSREFRESH", 0}, {"PFLOWTYPE", 2}, {"PFRACMAXTS", 1},
-    {"PHYDROFILE", 1}, {"PHYDSKIPDATE", 3}, {"PHYDSKIPTIME", 3}, {"PIBC", 3}, {"PICRD", 1},
-    {"PIFIELD", 2}, {"PINFOHTML", 1}, {"PINITC", 3}, {"PINITIALDEPTH", 2},
-    {"PINITIALSURFACEELEVATION", 2}, {"PINTYP", 1}, {"PIQ", 4}, {"PIQOPT", 2}, {"PIRSEG", 4},
-    {"PJQ", 4}, {"PJRSEG", 4}, {"PLENGTH", 4}, {"PLOPT", 1}, {"PMAXDT", 1}, {"PMINDT", 1},
-    {"PMODELOUTPUTINTERVAL", 1}, {"PMODELTYPE", 1}, {"PNBFP", 3}, {"PNBRKQ", 3}, {"PNBRKTF", 3},
-    {"PNBWK", 3}, {"PNEGSLN", 1}, {"PNFIELD", 1}, {"PNINQ", 2}, {"PNOBC", 2}, {"PNOBRKS", 3},
-    {"PNOQFUNC", 5}, {"PNOQS", 3}, {"PNORFUNC", 5}, {"PNORS", 3}, {"PNPSFILE", 1}, {"PNRFLD", 1},
-    {"PNTEX", 2}, {"PNUMSEG", 1}, {"PNUMSYS", 1}, {"PPARAMSREFRESH", 0}, {"PPROGRESS", 1},
-    {"PSCALB", 2}, {"PSCALEPARAMBYISC", 3}, {"PSCALEQ", 2}, {"PSCALER", 2}, {"PSCALV", 1},
-    {"PSCALW", 2}, {"PSEEDDATE", 3}, {"PSEEDTIME", 3}, {"PSEGLENGTH", 2}, {"PSEGMENTSREFRESH", 0},
-    {"PSEGMINDEPTH", 2}, {"PSEGNAME", 2}, {"PSEGROUGH", 2}, {"PSEGSLOPE", 2}, {"PSEGTYPE", 2},
-    {"PSEGWIDTH", 2}, {"PSIDESLOPE", 2}, {"PSOLUTIONTYPE", 1}, {"PSYSNAME", 3},
-    {"PSYSTEMSREFRESH", 0}, {"PTFSREFRESH", 0}, {"PVEXP", 2}, {"PVMULT", 2}, {"PVOLUME", 2},
-    {"PWEIRHEIGHT", 2}, {"PXAREA", 4},
+constexpr KeywordAndArguments expected[] = {
+    {"GFILENAME", "T512"},
+    {"GSPRINTFI", "Tli"},
+    {"GSPRINTFR", "Tlr"},
+    {"GWEIRTYPE", "ir"},
+    {"PADDCONST", "ii"},
+    {"PADDPARAM", "ii"},
+    {"PALLBOUNDFUNC", "iibb"},
+    {"PALLLOADFUNC", "iibb"},
+    {"PBEDDT", "r"},
+    {"PBEDOPT", "i"},
+    {"PBOTSEG", "ii"},
+    {"PBOTTOMELEVATION", "ir"},
+    {"PBQ", "iiir"},
+    {"PBRKTF", "iiirr"},
+    {"PCLEARINFO", ""},
+    {"PCMAX", "ir"},
+    {"PCONSTANTSREFRESH", ""},
+    {"PCONSTISUSED", "iii"},
+    {"PCONSTPARAM", "iiir"},
+    {"PCONSTVALUEBYISC", "iir"},
+    {"PCONVB", "ir"},
+    {"PCONVQ", "ir"},
+    {"PCONVR", "ir"},
+    {"PCONVV", "r"},
+    {"PCONVW", "ir"},
+    {"PDENSITY", "ir"},
+    {"PDEXP", "ir"},
+    {"PDIALOG", "llllA"},
+    {"PDMULT", "ir"},
+    {"PENDJULIAN", "r"},
+    {"PEXCHANGEFUNCDESC", "iif30"},
+    {"PEXCHANGESREFRESH", ""},
+    {"PFDISS", "iir"},
+    {"PFILENAME", "n513"},
+    {"PFLOWFUNCDESC", "iif30"},
+    {"PFLOWSREFRESH", ""},
+    {"PFLOWTYPE", "ii"},
+    {"PFRACMAXTS", "r"},
+    {"PHYDROFILE", "f512"},
+    {"PHYDSKIPDATE", "iii"},
+    {"PHYDSKIPTIME", "iii"},
+    {"PIBC", "iii"},
+    {"PICRD", "i"},
+    {"PIFIELD", "ii"},
+    {"PINFOHTML", "h"},
+    {"PINITC", "iir"},
+    {"PINITIALDEPTH", "ir"},
+    {"PINITIALSURFACEELEVATION", "ir"},
+    {"PINTYP", "i"},
+    {"PIQ", "iiii"},
+    {"PIQOPT", "ii"},
+    {"PIRSEG", "iiii"},
+    {"PJQ", "iiii"},
+    {"PJRSEG", "iiii"},
+    {"PLENGTH", "iiir"},
+    {"PLOPT", "i"},
+    {"PMAXDT", "r"},
+    {"PMINDT", "r"},
+    {"PMODELOUTPUTINTERVAL", "r"},
+    {"PMODELTYPE", "i"},
+    {"PNBFP", "iii"},
+    {"PNBRKQ", "iii"},
+    {"PNBRKTF", "iii"},
+    {"PNBWK", "iii"},
+    {"PNEGSLN", "i"},
+    {"PNFIELD", "i"},
+    {"PNINQ", "ii"},
+    {"PNOBC", "ii"},
+    {"PNOBRKS", "iii"},
+    {"PNOQFUNC", "iiirr"},
+    {"PNOQS", "iii"},
+    {"PNORFUNC", "iiirr"},
+    {"PNORS", "iii"},
+    {"PNPSFILE", "f512"},
+    {"PNRFLD", "i"},
+    {"PNTEX", "ii"},
+    {"PNUMSEG", "i"},
+    {"PNUMSYS", "i"},
+    {"PPARAMSREFRESH", ""},
+    {"PPROGRESS", "i"},
+    {"PSCALB", "ir"},
+    {"PSCALEPARAMBYISC", "iir"},
+    {"PSCALEQ", "ir"},
+    {"PSCALER", "ir"},
+    {"PSCALV", "r"},
+    {"PSCALW", "ir"},
+    {"PSEEDDATE", "iii"},
+    {"PSEEDTIME", "iii"},
+    {"PSEGLENGTH", "ir"},
+    {"PSEGMENTSREFRESH", ""},
+    {"PSEGMINDEPTH", "ir"},
+    {"PSEGNAME", "if40"},
+    {"PSEGROUGH", "ir"},
+    {"PSEGSLOPE", "ir"},
+    {"PSEGTYPE", "ii"},
+    {"PSEGWIDTH", "ir"},
+    {"PSIDESLOPE", "ir"},
+    {"PSOLUTIONTYPE", "i"},
+    {"PSYSNAME", "in31n6"},
+    {"PSYSTEMSREFRESH", ""},
+    {"PTFSREFRESH", ""},
+    {"PVEXP", "ir"},
+    {"PVMULT", "ir"},
+    {"PVOLUME", "ir"},
+    {"PWEIRHEIGHT", "ir"},
+    {"PXAREA", "iiir"},
 };
 // clang-format on
+
+std::string letters_of(const kova_import::HostCommand &command) {
+    std::string letters;
+    for (std::size_t index = 0; index < command.argument_count(); ++index) {
+        const auto &argument = command.arguments[index];
+        letters += "-irlfnhATb"[static_cast<std::size_t>(argument.kind)];
+        if (argument.width != 0)
+            letters += std::to_string(argument.width);
+    }
+    return letters;
+}
 
 /// Sound arguments for a command.
 std::vector<Value> sound_arguments(const kova_import::HostCommand &command, SendBuffer &buffer) {
@@ -75,12 +175,12 @@ std::vector<Value> sound_arguments(const kova_import::HostCommand &command, Send
     return values;
 }
 
-TEST(CommandTableTest, HasEveryKeywordAtItsEntryPoint) {
+TEST(CommandTableTest, HasEveryKeywordWithItsArguments) {
     ASSERT_EQ(std::size(expected), 106U);
     ASSERT_EQ(host_commands.size(), std::size(expected));
     for (std::size_t index = 0; index < host_commands.size(); ++index) {
         EXPECT_EQ(host_commands[index].keyword, expected[index].keyword);
-        EXPECT_EQ(host_commands[index].argument_count(), expected[index].entry_point)
+        EXPECT_EQ(letters_of(host_commands[index]), expected[index].arguments)
             << expected[index].keyword;
     }
 }
