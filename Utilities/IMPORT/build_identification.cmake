@@ -1,5 +1,4 @@
-# Writes the include `Version` with the build identification of the version page. Run at every build; the file changes only when
-# something other than the time does, so that an unchanged library is not built again.
+# Writes the include `Version` with the build identification of the version page.
 
 function(ask_git result)
   execute_process(COMMAND git ${ARGN} WORKING_DIRECTORY ${SOURCE_FOLDER}
@@ -17,6 +16,11 @@ function(default item value)
 endfunction()
 
 ask_git(revision rev-parse --short=12 HEAD)
+# A tree that differs from its revision says so.
+execute_process(COMMAND git diff-index --quiet HEAD -- WORKING_DIRECTORY ${SOURCE_FOLDER} ERROR_QUIET RESULT_VARIABLE differs)
+if(differs EQUAL 1)
+  string(APPEND revision "+")
+endif()
 ask_git(branch rev-parse --abbrev-ref HEAD)
 math(EXPR word_size "8 * ${POINTER_SIZE}")
 default(MODEL_REVISION "${revision}")
@@ -36,15 +40,7 @@ endforeach()
 if(KOVA_BUILD_TIME STREQUAL "")
   # SOURCE_DATE_EPOCH, where it is set, makes this the same in every build.
   string(TIMESTAMP KOVA_BUILD_TIME "%a, %d %b %Y %H:%M:%S +0000" UTC)
-  set(is_stamped TRUE)
-endif()
-if(is_stamped AND EXISTS ${OUTPUT})
-  file(READ ${OUTPUT} present)
-  string(FIND "${present}" "${content}" found)
-  if(found EQUAL 0)
-    return()
-  endif()
 endif()
 string(APPEND content "inline constexpr const char *build_time = \"${KOVA_BUILD_TIME}\";\n")
 string(APPEND content "\n} // namespace kova_import::build_identification\n")
-file(CONFIGURE OUTPUT ${OUTPUT} CONTENT "${content}" @ONLY)
+file(WRITE ${OUTPUT} "${content}")

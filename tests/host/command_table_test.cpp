@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -183,6 +184,15 @@ TEST(CommandTableTest, HasEveryKeywordWithItsArguments) {
         EXPECT_EQ(letters_of(host_commands[index]), expected[index].arguments)
             << expected[index].keyword;
     }
+}
+
+TEST(CommandTableTest, GetsDataFromTheHostWithFourCommandsOnly) {
+    std::vector<std::string_view> getting;
+    for (const auto &command : host_commands)
+        if (command.direction() == kova_import::Direction::get)
+            getting.push_back(command.keyword);
+    EXPECT_EQ(getting,
+              (std::vector<std::string_view>{"GFILENAME", "GSPRINTFI", "GSPRINTFR", "PDIALOG"}));
 }
 
 TEST(CommandTableTest, IsInTheOrderOfTheAlphabet) {

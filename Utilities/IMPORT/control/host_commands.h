@@ -61,9 +61,6 @@ struct HostCommand {
     }
 };
 
-/// The host library exports `host_call_<n>` under ordinal n + 2.
-inline constexpr int first_host_ordinal = 2;
-
 [[nodiscard]] constexpr bool is_text(ArgumentKind kind) {
     return kind == ArgumentKind::literal || kind == ArgumentKind::field ||
            kind == ArgumentKind::terminated_field || kind == ArgumentKind::fragment ||
