@@ -116,6 +116,25 @@ std::vector<Number> numbers_of(const Record &record, bool current) {
     return {};
 }
 
+/// What only a section that was read whole sends.
+const Names model_commands = {
+    "PFILENAME",     "PMODELTYPE",          "PNUMSYS", "PSYSNAME", "PSYSTEMSREFRESH",
+    "PSOLUTIONTYPE", "PMODELOUTPUTINTERVAL"};
+const Names segment_commands = {"PNUMSEG", "PBEDOPT",  "PBEDDT",  "PSCALV",
+                                "PCONVV",  "PSEGNAME", "PVOLUME", "PSEGMENTSREFRESH"};
+
+/// Expects that nothing of the failed section, or of one behind it, has been sent, and all of those
+/// before.
+void expect_nothing_half_sent(const ImportRun &run, const Notice &notice,
+                              const std::string &context) {
+    EXPECT_EQ(IMPORT_EXPORT.import_error, notice.section == 0 ? 0 : 1) << context;
+    for (const std::string &keyword : segment_commands)
+        EXPECT_TRUE(run.arguments_of(keyword).empty()) << context << " " << keyword;
+    for (const std::string &keyword : model_commands)
+        EXPECT_EQ(run.arguments_of(keyword).empty(), notice.section_name != "segments")
+            << context << " " << keyword;
+}
+
 /// Makes a number bad and expects the library to say exactly that.
 void expect_place(const Records &records, std::size_t position, const Number &number) {
     Records broken = records;
@@ -143,6 +162,12 @@ void expect_place(const Records &records, std::size_t position, const Number &nu
     EXPECT_EQ(notice.line_text, text.substr(static_cast<std::size_t>(notice.line_text_column - 1)))
         << context;
     EXPECT_LE(notice.line_text_column, notice.column) << context;
+    expect_nothing_half_sent(run, notice, context);
+    if (position != 0) {
+        EXPECT_EQ(run.console.back(),
+                  "Error Reading Import File at Line: " + std::to_string(position + 2))
+            << context;
+    }
 }
 
 std::size_t plant_everywhere(const Records &records, bool current) {

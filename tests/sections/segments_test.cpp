@@ -323,100 +323,14 @@ TEST(CurrentSegments, AShortGeometryRecordIsPaddedWithBlanks) {
     EXPECT_EQ(run.arguments_of("GWEIRTYPE").at(0), "int 1, real 0");
 }
 
-struct Fault {
-    const char *record;
-    std::size_t occurrence;
-    std::string text;
-    const char *field;
-    std::int64_t column;
-};
-
-void expect_fault(const Records &records, const Fault &fault) {
+TEST(LegacySegments, AQuotedNameEndsAtItsQuote) {
     const ImportRun run =
-        import_text(text_of(with(records, fault.record, fault.text, fault.occurrence)));
-    const auto position =
-        static_cast<std::int64_t>(position_of(records, fault.record, fault.occurrence));
-    ASSERT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 1U) << fault.record;
-    const Notice notice = run.notices_of(IMPORT_EXPORT_READ_FAILED)[0];
-    EXPECT_EQ(notice.section_name, "segments");
-    EXPECT_EQ(notice.statement, fault.record);
-    EXPECT_EQ(notice.statement_number, position + 2) << fault.record;
-    EXPECT_EQ(notice.line, position + 1) << fault.record;
-    EXPECT_EQ(notice.column, fault.column) << fault.record << " " << fault.field;
-    EXPECT_EQ(notice.field, fault.field) << fault.record;
-    EXPECT_EQ(run.console.back(),
-              "Error Reading Import File at Line: " + std::to_string(position + 2));
+        import_text(text_of(with(legacy_records(), "segment name", "2 'Mouth'x", 1)));
+    const Notice notice = run.notices_of(IMPORT_EXPORT_READ_FAILED).at(0);
+    EXPECT_EQ(notice.field, "quoted text");
+    EXPECT_EQ(notice.column, 3);
     for (const std::string &keyword : segment_keywords)
-        EXPECT_TRUE(run.arguments_of(keyword).empty()) << fault.record << " " << keyword;
-    EXPECT_EQ(run.arguments_of("PSYSTEMSREFRESH").size(), 1U);
-    EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
-}
-
-const std::vector<Fault> faults_of_both_formats = {
-    {"segment count", 0, "two", "segment count", 1},
-    {"bed-volume option", 0, " 1.0", "bed-volume option", 2},
-    {"bed time step", 0, "x", "bed time step", 1},
-    {"volume factors", 0, "x 0.5", "volume scale factor", 1},
-    {"volume factors", 0, "2 0.5.5", "volume conversion factor", 3},
-};
-
-TEST(LegacySegments, AFaultInAnyRecordSendsNothingOfTheSection) {
-    for (const Fault &fault : faults_of_both_formats)
-        expect_fault(legacy_records(), fault);
-    for (const Fault &fault : std::vector<Fault>{
-             {"segment name", 0, "one 'Upper Pool'", "segment number", 1},
-             {"segment name", 1, "2 'Mouth'x", "quoted text", 3},
-             {"segment geometry", 0, "x 2 3 10 11 12 13 14 15 16 17 18 19", "segment number", 1},
-             {"segment geometry", 0, "1 x 3 10 11 12 13 14 15 16 17 18 19", "bottom segment", 3},
-             {"segment geometry", 0, "1 2 x 10 11 12 13 14 15 16 17 18 19", "segment type", 5},
-             {"segment geometry", 0, "1 2 3 x 11 12 13 14 15 16 17 18 19", "volume", 7},
-             {"segment geometry", 0, "1 2 3 1 x 12 13 14 15 16 17 18 19", "velocity multiplier", 9},
-             {"segment geometry", 0, "1 2 3 1 1 x 13 14 15 16 17 18 19", "velocity exponent", 11},
-             {"segment geometry", 0, "1 2 3 1 1 1 x 14 15 16 17 18 19", "depth multiplier", 13},
-             {"segment geometry", 0, "1 2 3 1 1 1 1 x 15 16 17 18 19", "depth exponent", 15},
-             {"segment geometry", 0, "1 2 3 1 1 1 1 1 x 16 17 18 19", "length", 17},
-             {"segment geometry", 0, "1 2 3 1 1 1 1 1 1 x 17 18 19", "slope", 19},
-             {"segment geometry", 0, "1 2 3 1 1 1 1 1 1 1 x 18 19", "width", 21},
-             {"segment geometry", 0, "1 2 3 1 1 1 1 1 1 1 1 x 19", "roughness", 23},
-             {"segment geometry", 1, "1 2 3 1 1 1 1 1 1 1 1 1 x", "minimum depth", 25},
-         })
-        expect_fault(legacy_records(), fault);
-}
-
-TEST(CurrentSegments, AFaultInAnyRecordSendsNothingOfTheSection) {
-    for (const Fault &fault : faults_of_both_formats)
-        expect_fault(current_records(), fault);
-    expect_fault(current_records(),
-                 {"segment name", 0, "  x 1     Upper Pool", "segment number", 3});
-    const std::vector<const char *> fields = {"segment number",
-                                              "bottom segment",
-                                              "segment type",
-                                              "hydraulic option",
-                                              "volume",
-                                              "velocity multiplier",
-                                              "velocity exponent",
-                                              "depth multiplier",
-                                              "depth exponent",
-                                              "length",
-                                              "slope",
-                                              "width",
-                                              "roughness",
-                                              "minimum depth",
-                                              "initial surface elevation",
-                                              "bottom elevation",
-                                              "side slope",
-                                              "initial depth",
-                                              "weir height",
-                                              "weir type"};
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        std::string line = geometry_line({1, 2, 3, 4}, Lines(16, "1.0"));
-        const std::size_t last_column = i < 4 ? 5 * (i + 1) : 20 + 15 * (i - 3);
-        line[last_column - 1] = 'x';
-        // the mark stands under the first character of what the field holds
-        const std::size_t start = i < 4 ? last_column : last_column - 2;
-        expect_fault(current_records(),
-                     {"segment geometry", 1, line, fields[i], static_cast<std::int64_t>(start)});
-    }
+        EXPECT_TRUE(run.arguments_of(keyword).empty()) << keyword;
 }
 
 TEST(Segments, TheEndOfTheFileBeforeTheUnguardedCaptionIsFoundByTheNextRecord) {

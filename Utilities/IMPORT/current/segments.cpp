@@ -46,16 +46,14 @@ FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool ind
 
 void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
     RecordReader &reader = module.reader;
-    std::int32_t segment_number = 0; // the order of the records counts, not what they say
+    std::int32_t segment_number = 0;
     FixedText<40> name;
     reader.fixed<"(I5,5X,A40)">("segment name", field("segment number", segment_number),
                                 field("name", name));
     if (!reader.ok())
         return;
-    Segment segment;
-    segment.name = host_name(name, number, module.shared.index_segment_names != 0);
-    give_lost_name(module, number, name, false, segment.name);
-    table.segments.push_back(segment);
+    add_segment(module, table, number, name, false,
+                host_name(name, number, module.shared.index_segment_names != 0));
 }
 
 void read_segments(ImportModule &module, SegmentTable &table) {
@@ -63,21 +61,18 @@ void read_segments(ImportModule &module, SegmentTable &table) {
     FixedText<80> title;
     reader.list("title", field("title", title));
     read_segment_settings(module, table);
-    reader.for_each_record(table.segment_count,
-                           [&](std::int32_t i) { read_name(module, i, table); });
-    FixedText<40> caption;
-    reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
-    reader.for_each_record(table.segment_count, [&](std::int32_t i) {
-        Segment &segment = table.segments[static_cast<std::size_t>(i - 1)];
-        std::int32_t segment_number = 0;
-        reader.fixed<"(4(I5),16(F15.5))">(
-            "segment geometry",
-            std::tuple_cat(std::tuple{field("segment number", segment_number)},
-                           fields_of(segment, segment_identity),
-                           std::tuple{field("hydraulic option", segment.hydraulic_option)},
-                           fields_of(segment, segment_geometry),
-                           fields_of(segment, more_segment_geometry)));
-    });
+    read_segment_records(
+        reader, table, [&](std::int32_t number) { read_name(module, number, table); },
+        [&reader](Segment &segment) {
+            std::int32_t segment_number = 0;
+            reader.fixed<"(4(I5),16(F15.5))">(
+                "segment geometry",
+                std::tuple_cat(std::tuple{field("segment number", segment_number)},
+                               fields_of(segment, segment_identity),
+                               std::tuple{field("hydraulic option", segment.hydraulic_option)},
+                               fields_of(segment, segment_geometry),
+                               fields_of(segment, more_segment_geometry)));
+        });
     // The flow paths ask for the option of the first segment only.
     if (!table.segments.empty())
         module.flow_option = table.segments.front().hydraulic_option;

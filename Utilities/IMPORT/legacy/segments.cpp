@@ -28,34 +28,29 @@ FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool ind
 
 void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
     RecordReader &reader = module.reader;
-    std::int32_t segment_number = 0; // the order of the records counts, not what they say
+    std::int32_t segment_number = 0;
     FixedText<40> name;
     name.fill('\0');
     reader.list("segment name", field("segment number", segment_number), field("name", name));
     if (!reader.ok())
         return;
     console::write_line("Reading Segment: ", number, " Name: ", content_of(name.view()));
-    Segment segment;
-    segment.name = host_name(name, number, module.shared.index_segment_names != 0);
-    give_lost_name(module, number, name, reader.text_was_cut(), segment.name);
-    table.segments.push_back(segment);
+    add_segment(module, table, number, name, reader.text_was_cut(),
+                host_name(name, number, module.shared.index_segment_names != 0));
 }
 
 void read_segments(ImportModule &module, SegmentTable &table) {
     RecordReader &reader = module.reader;
     read_segment_settings(module, table);
-    reader.for_each_record(table.segment_count,
-                           [&](std::int32_t i) { read_name(module, i, table); });
-    FixedText<40> caption;
-    reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
-    reader.for_each_record(table.segment_count, [&](std::int32_t i) {
-        Segment &segment = table.segments[static_cast<std::size_t>(i - 1)];
-        std::int32_t segment_number = 0;
-        reader.list("segment geometry",
-                    std::tuple_cat(std::tuple{field("segment number", segment_number)},
-                                   fields_of(segment, segment_identity),
-                                   fields_of(segment, segment_geometry)));
-    });
+    read_segment_records(
+        reader, table, [&](std::int32_t number) { read_name(module, number, table); },
+        [&reader](Segment &segment) {
+            std::int32_t segment_number = 0;
+            reader.list("segment geometry",
+                        std::tuple_cat(std::tuple{field("segment number", segment_number)},
+                                       fields_of(segment, segment_identity),
+                                       fields_of(segment, segment_geometry)));
+        });
 }
 
 void send_segments(const SegmentTable &table) {

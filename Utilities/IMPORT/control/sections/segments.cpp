@@ -21,6 +21,21 @@ bool ends_alike(std::string_view sent, std::string_view wanted) {
                       });
 }
 
+// Tells when a segment reaches the host without its name or with a shorter one. `name` is the name
+// in the file, of which a part may have been cut already.
+void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
+                    bool was_cut, const FixedText<40> &host_name) {
+    const std::string_view wanted = content_of(name.view());
+    const std::string_view sent = content_of(host_name.view());
+    if (sent.empty() && !wanted.empty())
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "Segments 999 and from 9999 on have no name where names get their number.",
+                    number);
+    else if (was_cut || !ends_alike(sent, wanted))
+        give_reason(module, IMPORT_EXPORT_CUT, "The name of the segment is cut at 40 characters.",
+                    number);
+}
+
 } // namespace
 
 void read_segment_settings(ImportModule &module, SegmentTable &table) {
@@ -51,17 +66,12 @@ std::optional<std::string_view> name_digits(std::int32_t number, FixedText<4> &d
     return std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
-void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
-                    bool was_cut, const FixedText<40> &host_name) {
-    const std::string_view wanted = content_of(name.view());
-    const std::string_view sent = content_of(host_name.view());
-    if (sent.empty() && !wanted.empty())
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
-                    "Segments 999 and from 9999 on have no name where names get their number.",
-                    number);
-    else if (was_cut || !ends_alike(sent, wanted))
-        give_reason(module, IMPORT_EXPORT_CUT, "The name of the segment is cut at 40 characters.",
-                    number);
+void add_segment(const ImportModule &module, SegmentTable &table, std::int32_t number,
+                 const FixedText<40> &name, bool was_cut, const FixedText<40> &host_name) {
+    give_lost_name(module, number, name, was_cut, host_name);
+    Segment segment;
+    segment.name = host_name;
+    table.segments.push_back(segment);
 }
 
 FixedText<40> with_nul(const FixedText<40> &text) {

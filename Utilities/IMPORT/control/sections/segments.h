@@ -6,6 +6,7 @@
 #include "control/host_link.h"
 #include "control/import_module.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -84,6 +85,24 @@ inline constexpr RowCommands<
 /// the names. Later sections share the count.
 void read_segment_settings(ImportModule &module, SegmentTable &table);
 
+/// Reads the records of all segments: `read_name(number)` adds a segment to the table, and, behind
+/// a caption that nobody guards, `read_geometry(segment)` fills it. The order of the records
+/// counts, not the numbers that they bear.
+template <class ReadName, class ReadGeometry>
+void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName read_name,
+                          ReadGeometry read_geometry) {
+    reader.for_each_record(table.segment_count, read_name);
+    FixedText<40> caption;
+    reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
+    reader.for_each_record(table.segment_count, [&](std::int32_t number) {
+        read_geometry(table.segments[static_cast<std::size_t>(number - 1)]);
+    });
+}
+
+/// Adds a segment, and tells when its name does not reach the host whole.
+void add_segment(const ImportModule &module, SegmentTable &table, std::int32_t number,
+                 const FixedText<40> &name, bool was_cut, const FixedText<40> &host_name);
+
 /// Sends what `read_segment_settings` has read, the count apart, and the section's report line.
 void send_segment_settings(const SegmentTable &table);
 
@@ -91,11 +110,6 @@ void send_segment_settings(const SegmentTable &table);
 /// that were imported long ago know those segments by an empty name.
 [[nodiscard]] std::optional<std::string_view> name_digits(std::int32_t number,
                                                           FixedText<4> &digits);
-
-/// Tells when a segment reaches the host without its name or with a shorter one. `name` is the name
-/// in the file, of which a part may have been cut already, and `host_name` what the host gets.
-void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
-                    bool was_cut, const FixedText<40> &host_name);
 
 /// `text` without its trailing blanks and with a NUL behind, where there is room.
 [[nodiscard]] FixedText<40> with_nul(const FixedText<40> &text);
