@@ -44,6 +44,8 @@ int run_check_command(const CheckOptions &options, const UtilityLibrary &library
     for (const std::string &file : options.files) {
         ImportRequest request;
         request.path = file;
+        request.transport_only = options.transport_only;
+        request.index_segment_names = options.index_segment_names;
         ImportOutcome outcome = session.run(request);
         if (is_text) {
             if (!options.quiet || !outcome.internal_errors.empty())

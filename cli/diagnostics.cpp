@@ -40,6 +40,16 @@ std::string quoted(const Notice &notice) {
     return '"' + printable(found) + (is_cut ? "...\"" : "\"");
 }
 
+/// Which field or number a notice is about, where it says so.
+std::string subject_of(const Notice &notice) {
+    std::string subject;
+    if (!notice.field.empty())
+        subject.append(" (\"").append(printable(notice.field, Origin::utility)).append("\")");
+    else if (notice.number > 0)
+        subject.append(" (number ").append(std::to_string(notice.number)).append(")");
+    return subject;
+}
+
 std::string message_of(const Notice &notice) {
     if (notice.kind == IMPORT_EXPORT_READ_FAILED) {
         if (notice.field.empty())
@@ -49,7 +59,8 @@ std::string message_of(const Notice &notice) {
     if (notice.kind == IMPORT_EXPORT_OPEN_FAILED)
         return "cannot be opened: " + as_phrase(notice.reason);
     return as_phrase(notice.reason.empty() ? notice.description().sentence
-                                           : std::string_view(notice.reason));
+                                           : std::string_view(notice.reason)) +
+           subject_of(notice);
 }
 
 std::string place_of(const std::string &path, const Notice &notice) {
@@ -116,16 +127,22 @@ std::string repeats_of(const NoticeGroup &group, const DiagnosticStyle &style) {
     std::string text = "      = and " +
                        counted(static_cast<std::int64_t>(repeats), "more like it", "more like it");
     std::vector<std::string> places;
+    const bool by_number = std::all_of(group.begin(), group.end(), [](const Notice *notice) {
+        return notice->number > 0 && notice->field.empty();
+    });
     for (std::size_t i = 1; i < group.size(); ++i) {
         if (!style.all_places && places.size() == most_places)
             break;
-        if (group[i]->line > 0)
+        if (by_number)
+            places.push_back(std::to_string(group[i]->number));
+        else if (group[i]->line > 0)
             places.push_back(std::to_string(group[i]->line) +
                              (group[i]->column > 0 ? ':' + std::to_string(group[i]->column) : ""));
     }
     if (!places.empty()) {
         const bool is_complete = places.size() == repeats;
-        text += places.size() == 1 ? ", in line " : ", in lines ";
+        text += by_number ? ", number" : ", in line";
+        text += places.size() == 1 ? " " : "s ";
         if (!is_complete)
             places.emplace_back("others");
         text += enumerated(places);

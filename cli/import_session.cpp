@@ -205,7 +205,7 @@ ImportOutcome ImportSession::run(const ImportRequest &request) {
         if (reached == 1) // later sections put counts of their own in the place of this one
             outcome.systems_in_file = data.system_count;
         const bool is_section = reached < section_count;
-        if (request.progress)
+        if (request.progress && notice_count(outcome, Level::error) == 0)
             request.progress(percentage, is_section ? section_descriptions()[reached].name
                                                     : std::string_view());
         reached += is_section ? 1 : 0;

@@ -87,6 +87,8 @@ class Parser {
 
     void add_import();
     void add_check();
+    template <class Options>
+    static void add_answers(CLI::App &command, Options &options);
     static void add_choice(CLI::App &command, const std::string &name,
                            const std::vector<std::string> &words, const std::string &help,
                            const std::function<void(const std::string &)> &take_word);
@@ -136,12 +138,7 @@ void Parser::add_import() {
         *app_.add_subcommand("import", "Import FILE; also done when no sub-command is named");
     import_command_ = &command;
     command.set_help_flag();
-    add_choice(command, "--scope", {"all", "transport"},
-               "What to import: all (default), or only the network and its transport",
-               [this](const std::string &word) { import_.transport_only = word == "transport"; });
-    add_choice(command, "--index-names", {"yes", "no"},
-               "Put its number before the name of each segment: yes (default) or no",
-               [this](const std::string &word) { import_.index_segment_names = word == "yes"; });
+    add_answers(command, import_);
     command.add_flag("--ask", import_.ask, "Ask the questions of the import on the terminal");
     command.add_option("--log", import_.log, "Write every host command to LOG")->type_name("LOG");
     command.add_option("--report", import_.report, "Write a report of the import to HTML, a page")
@@ -164,10 +161,23 @@ void Parser::add_check() {
                    if (word != "text")
                        check_.format = word == "json" ? CheckFormat::json : CheckFormat::sarif;
                });
+    add_answers(command, check_);
     CLI::Option *const verbose =
         command.add_flag("-v,--verbose", check_.verbose, "Show every notice in full");
     command.add_flag("-q,--quiet", check_.quiet, "Show only verdicts, not the notices")
         ->excludes(verbose);
+}
+
+template <class Options>
+void Parser::add_answers(CLI::App &command, Options &options) {
+    add_choice(
+        command, "--scope", {"all", "transport"},
+        "What to import: all (default), or only the network and its transport",
+        [&options](const std::string &word) { options.transport_only = word == "transport"; });
+    add_choice(
+        command, "--index-names", {"yes", "no"},
+        "Put its number before the name of each segment: yes (default) or no",
+        [&options](const std::string &word) { options.index_segment_names = word == "yes"; });
 }
 
 void Parser::add_choice(CLI::App &command, const std::string &name,

@@ -27,6 +27,8 @@ enum class CheckFormat : std::uint8_t { text, json, sarif };
 /// `kova-import check`.
 struct CheckOptions {
     std::vector<std::string> files;
+    bool transport_only = false;
+    bool index_segment_names = true;
     CheckFormat format = CheckFormat::text;
     bool verbose = false;
     bool quiet = false;

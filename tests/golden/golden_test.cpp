@@ -56,6 +56,16 @@ Lines case_names() {
     return names;
 }
 
+TEST(GoldenCases, EveryFileBelongsToAnInput) {
+    for (const auto &entry : std::filesystem::directory_iterator(cases_folder)) {
+        const std::string extension = entry.path().extension().string();
+        if (extension != ".log" && extension != ".options" && extension != ".console")
+            continue;
+        std::filesystem::path input = entry.path();
+        EXPECT_TRUE(std::filesystem::exists(input.replace_extension(".inp"))) << entry.path();
+    }
+}
+
 class Golden : public testing::TestWithParam<std::string> {};
 
 TEST_P(Golden, LogAndConsoleAreAsWorkedOut) {

@@ -285,7 +285,7 @@ TYPED = [
     ("--lo~ ri~ riv~", "--log river.inp river.inp"),
     ("imp~ --sc~ all", "import --scope all"),
     ("chec~ --fo~ sa~ riv~", "check --format sarif river.inp"),
-    ("check --sc~", "check --sc"),
+    ("check --as~", "check --as"),
     ("check --format x~", "check --format x"),
     ("--scope all chec~ --fo~ te~", "--scope all check --format text"),
     ("--vers~", "--version"),
@@ -336,7 +336,7 @@ class Completion(Scratch):
         for line, expected in [
                 ("--sc", ["--scope"]), ("--scope ", ["all", "transport"]), ("--scope=t", ["--scope=transport"]),
                 ("--log riv", ["river.inp"]), ("riv", ["river.inp"]), ("imp", ["import"]),
-                ("check --format ", ["json", "sarif", "text"]), ("check --sc", []), ("check riv", ["river.inp"])]:
+                ("check --format ", ["json", "sarif", "text"]), ("check --as", []), ("check riv", ["river.inp"])]:
             with self.subTest(line):
                 self.assertEqual(self.candidates_in_fish(f"kova-import {line}"), expected)
 

@@ -31,7 +31,6 @@ def write_cases(folder, arguments):
     for seed in range(arguments.seed, arguments.seed + arguments.count):
         scope, names = COMBINATIONS[seed % len(COMBINATIONS)]
         content = generate.generate(seed)
-        content = content[0] if isinstance(content, tuple) else content
         cases.append((f"seed-{seed}", content, scope, names))
     for path in map(Path, arguments.files):
         cases += [(f"{path.stem}-{scope}-{names}", path.read_bytes(), scope, names) for scope, names in COMBINATIONS]

@@ -124,16 +124,15 @@ class BadInput(unittest.TestCase):
 
     def test_a_line_of_100_megabytes(self):
         path = self.folder / "long.inp"
-        for content, expected in ((b" ", 1), (b"1", 1), (b"x", 1), (b"'", 1), (b"1*", 1), (b",", None)):
+        for content in (b" ", b"1", b"x", b"'", b"1*", b","):
             with open(path, "wb") as file:
                 file.write(b"   11      2\n")
                 block = content * (1 << 20)
                 for _ in range(100 * 1024 * 1024 // len(block)):
                     file.write(block)
             status, result = self.run_import(path)
-            if expected is not None:
-                self.assertEqual(status, expected, content)
-                self.assertTrue(result["errors"])
+            self.assertEqual(status, 1, content)
+            self.assertTrue(result["errors"])
 
     def test_a_caption_of_100_megabytes_is_no_error(self):
         path = self.folder / "long.inp"

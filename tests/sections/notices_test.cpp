@@ -74,16 +74,30 @@ TEST(Notices, TellOfSystemsThatTheCurrentModelDoesNotHave) {
 }
 
 TEST(Notices, TellOfOptionsIntervalsAndBlocksThatAreDropped) {
-    const auto notices = told(legacy_records());
-    std::vector<std::int32_t> kinds;
-    for (const Notice &notice : notices)
-        kinds.push_back(notice.kind);
-    // the intervals, the bypassed system, two blocks, two options
-    EXPECT_EQ(kinds,
-              (std::vector<std::int32_t>{IMPORT_EXPORT_NOT_IMPORTED, IMPORT_EXPORT_CONDITION_UNMET,
-                                         IMPORT_EXPORT_NOT_IMPORTED, IMPORT_EXPORT_NOT_IMPORTED,
-                                         IMPORT_EXPORT_NOT_IMPORTED, IMPORT_EXPORT_NOT_IMPORTED}));
-    EXPECT_EQ(numbers_of(notices), (Numbers{2, 3, 1, 2, 0, 0}));
+    struct Told {
+        std::int32_t kind;
+        std::int64_t number;
+        std::string record;
+    };
+    const Records records = legacy_records();
+    const std::vector<Told> expected = {
+        {IMPORT_EXPORT_NOT_IMPORTED, 0, "option behind the system count"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 0, "option behind INTYP"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 2, "output interval"},
+        {IMPORT_EXPORT_CONDITION_UNMET, 3, "bypass flags"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 1, "record of the first skipped block"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 2, "record of the second skipped block"},
+    };
+    const auto notices = told(records);
+    ASSERT_EQ(notices.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(notices[i].kind, expected[i].kind) << expected[i].record;
+        EXPECT_EQ(notices[i].number, expected[i].number) << expected[i].record;
+        EXPECT_EQ(notices[i].statement, expected[i].record);
+        EXPECT_EQ(notices[i].statement_number - 1, notices[i].line) << expected[i].record;
+        EXPECT_EQ(records[static_cast<std::size_t>(notices[i].line - 1)].name, expected[i].record);
+        EXPECT_EQ(notices[i].path, "model.inp");
+    }
 }
 
 TEST(Notices, TellOfValuesThatARecordLeavesOut) {
@@ -140,15 +154,60 @@ TEST(Notices, BlanksThatBecomeHyphensAreNoCut) {
     EXPECT_EQ(told(with(records, "segment name", "    1     " + std::string(35, 'x'))).size(), 1U);
 }
 
+TEST(Notices, TellOfRecordsThatBearAnotherNumber) {
+    Records records = with(quiet_legacy(), "segment name", "2 Pool");
+    records = with(records, "segment geometry", "7 0 1 10*0.5", 1);
+    const auto notices = told(records);
+    ASSERT_EQ(notices.size(), 2U);
+    EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_CONVERTED);
+    EXPECT_EQ(notices[0].statement, "segment name");
+    EXPECT_EQ(notices[1].statement, "segment geometry");
+    EXPECT_EQ(numbers_of(notices), (Numbers{1, 2}));
+}
+
+Records quiet_current() {
+    const Records records = with(current_records(), "option behind the system count", "0");
+    return with(records, "option behind INTYP", "0");
+}
+
+TEST(Notices, TellOfFixedColumnTextsThatRunOnBehindTheirField) {
+    const std::string name(40, 'x');
+    ImportSettings plain;
+    plain.index_segment_names = false;
+    const auto names_cut = [&](const std::string &record) {
+        return told(with(quiet_current(), "segment name", record), plain).size();
+    };
+    EXPECT_EQ(names_cut("    1     " + name), 0U);
+    EXPECT_EQ(names_cut("    1     " + name + " a remark"), 0U);
+    EXPECT_EQ(names_cut("    1     " + name + "y"), 1U);
+    const auto notices =
+        told(with(quiet_current(), "system name", "NH-34     " + std::string(31, 'x')));
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_CUT);
+    EXPECT_EQ(notices[0].number, 1);
+}
+
+TEST(Notices, TellOfNumbersBehindTheEndOfAShortLine) {
+    const auto notices = told(with(quiet_current(), "segment geometry", "    1    2"));
+    ASSERT_EQ(notices.size(), 18U);
+    EXPECT_EQ(notices[0].field, "segment type");
+    EXPECT_EQ(notices[0].column, 11);
+    EXPECT_EQ(notices[17].field, "weir type");
+    // a blank field is a 0 that somebody has left there
+    EXPECT_TRUE(told(with(quiet_current(), "segment geometry", std::string(260, ' '))).empty());
+}
+
 TEST(Notices, TellOfSegmentsThatLoseTheirName) {
     Records records = quiet_legacy();
     records = with(records, "segment count", "1000");
     const std::size_t names = position_of(records, "segment name");
     const std::size_t caption = position_of(records, "caption of the segment geometry");
     Records many(records.begin(), records.begin() + static_cast<std::ptrdiff_t>(names));
-    many.insert(many.end(), 1000, {"segment name", "1 Pool"});
+    for (int i = 1; i <= 1000; ++i)
+        many.push_back({"segment name", std::to_string(i) + " Pool"});
     many.push_back(records[caption]);
-    many.insert(many.end(), 1000, {"segment geometry", "1 0 1 10*0.5"});
+    for (int i = 1; i <= 1000; ++i)
+        many.push_back({"segment geometry", std::to_string(i) + " 0 1 10*0.5"});
     const auto notices = told(many);
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_NOT_IMPORTED);

@@ -1,9 +1,10 @@
 // Compares the fast conversion of decimals with std::from_chars, bit by bit.
 //
-//   number_sweep all             every decimal of up to 7 digits: the point in every place, and
-//   every exponent that the fast
-//                                conversion takes
-//   number_sweep random COUNT    random decimals of up to 15 digits with points and exponents
+// number_sweep all
+//     every decimal of up to 7 digits: the point in every place, and every
+//     exponent that the fast conversion takes
+// number_sweep random COUNT
+//     random decimals of up to 15 digits with points and exponents
 //
 // Both also send a part of the numbers the long way.
 

@@ -1,5 +1,7 @@
 #include "control/notices.h"
 
+#include <string_view>
+
 namespace kova_import {
 
 namespace {
@@ -36,6 +38,8 @@ const char *advice_of(const ReadFailure &failure) {
         return "";
     switch (failure.kind) {
     case ReadFailureKind::end_of_file:
+        if (failure.line_text.view().find('\r') != std::string_view::npos)
+            return "Its lines end in CR alone; save it with LF or CR LF.";
         return "Check that the file was copied whole and that the counts before this place are "
                "right.";
     case ReadFailureKind::open_delimiter:
@@ -118,6 +122,8 @@ void give_reason(const ImportModule &module, import_export_notice_kind kind, con
     import_export_notice notice = start_notice(module, kind);
     notice.reason = reason;
     notice.number = number;
+    if (module.section_number != 0)
+        notice.line = module.reader.last_line();
     give(module, notice);
 }
 

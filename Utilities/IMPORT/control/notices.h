@@ -18,8 +18,8 @@ void give(const ImportModule &module, const import_export_notice &notice);
 /// The failed read of the module's reader.
 void give_read_failure(const ImportModule &module);
 
-/// Something that needs only a sentence, and perhaps the number of the segment, system, function,
-/// parameter or constant.
+/// Something about the last record that needs only a sentence, and perhaps the number of the
+/// segment, system, function, parameter or constant.
 void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
                  std::int64_t number = 0);
 

@@ -39,6 +39,7 @@ bool RecordReader::begin_statement(const char *statement) {
     ++line_counter_;
     *exported_counter_ = saturated_line_counter();
     statement_ = statement;
+    first_line_ = stream_.line();
     if (stream_.is_open())
         return true;
     fail(ReadFailureKind::not_open, FilePlace{0, 0}, 0, {});
@@ -54,14 +55,38 @@ std::int32_t RecordReader::saturated_line_counter() const {
 
 bool RecordReader::fixed_field(std::string_view line, const LayoutField &column,
                                Field<std::int32_t> item) {
+    leave_out_missing(line, column, item.name);
     return convert_field(text_in(line, column), *item.target) ||
            fail_field(line, column, item.name, an_integer);
 }
 
 bool RecordReader::fixed_field(std::string_view line, const LayoutField &column,
                                Field<float> item) {
+    leave_out_missing(line, column, item.name);
     return convert_field(text_in(line, column), column.decimals, *item.target) ||
            fail_field(line, column, item.name, a_real);
+}
+
+// A number behind the end of a short line is 0, like a blank one, but nobody has written it.
+void RecordReader::leave_out_missing(std::string_view line, const LayoutField &column,
+                                     const char *name) {
+    if (column.offset >= line.size() && left_out_ != nullptr) {
+        const FilePlace place = stream_.place();
+        left_out_(left_out_context_, name,
+                  {place.line, place.column + static_cast<std::int64_t>(line.size())});
+    }
+}
+
+// A text that runs on in the column behind its field has been cut; what stands there behind a blank
+// is a remark.
+void RecordReader::end_fixed_record(const LayoutField &last_field, std::size_t length) {
+    const std::size_t width = last_field.offset + last_field.width;
+    const std::string_view more = stream_.peek_line(width + 1);
+    text_was_cut_ = last_field.kind == FieldKind::text && more.size() > width &&
+                    more[width - 1] != ' ' && more[width] != ' ';
+    last_line_ = stream_.line();
+    stream_.advance(length);
+    stream_.skip_line();
 }
 
 // Free-form lists
@@ -372,10 +397,12 @@ void RecordReader::integer_list(const char *name, std::int32_t count, std::int32
 void RecordReader::end_list() {
     if (!ok())
         return;
-    if (stream_.line_is_cut())
+    if (stream_.line_is_cut()) {
         fail_at_end();
-    else
-        stream_.skip_line();
+        return;
+    }
+    last_line_ = stream_.line();
+    stream_.skip_line();
 }
 
 bool RecordReader::unguarded_text_list(const char *name, char *target, std::size_t width) {
@@ -389,8 +416,10 @@ bool RecordReader::unguarded_text_list(const char *name, char *target, std::size
     const bool at_end = failure_.is_at_end();
     failure_ = ReadFailure{};
     std::fill_n(target, width, ' ');
-    if (!at_end && stream_.go_back(start))
+    if (!at_end && stream_.go_back(start)) {
+        last_line_ = stream_.line();
         stream_.skip_line();
+    }
     return at_end;
 }
 
@@ -405,8 +434,12 @@ bool RecordReader::fail_value(const char *name, const char *expected) {
 
 bool RecordReader::fail_number(const char *name, const char *expected) {
     static_cast<void>(fail_value(name, expected));
-    if (value_.delimiter == '\0')
+    if (value_.delimiter == '\0') {
+        if (value_.mark.line != first_line_)
+            failure_.advice =
+                "The record started in an earlier line; it may be a value short there.";
         return false;
+    }
     FixedText<Value::kept_text + 2> quoted;
     const std::string_view quote(&value_.delimiter, 1);
     quoted.assign({quote, value_.kept(), quote});

@@ -92,15 +92,19 @@ class RecordReader {
 
     [[nodiscard]] RecordStream &stream() { return stream_; }
 
-    /// Gets every item that a free-form record leaves out.
+    /// Gets every item that a record leaves out: empty values, values behind a slash, numbers
+    /// behind the end of a short line.
     using LeftOut = void (*)(void *context, const char *field, FilePlace place);
     constexpr void on_left_out(LeftOut left_out, void *context) {
         left_out_ = left_out;
         left_out_context_ = context;
     }
 
-    /// Whether the last text of a free-form record was longer than the field it went into.
+    /// Whether the last text of the last record was longer than the field it went into.
     [[nodiscard]] bool text_was_cut() const { return text_was_cut_; }
+
+    /// The line on which the last record ended.
+    [[nodiscard]] std::int64_t last_line() const { return last_line_; }
 
     /// Sets the counter; the first statement of a section is counted as one more than `first`.
     void start_counting(std::int64_t first = 1);
@@ -236,8 +240,7 @@ class RecordReader {
             fail_at_end();
             return;
         }
-        stream_.advance(line.size());
-        stream_.skip_line();
+        end_fixed_record(columns.fields.back(), line.size());
     }
 
     template <class T>
@@ -292,6 +295,9 @@ class RecordReader {
     void integer_list(const char *name, std::int32_t count, std::int32_t *kept, std::size_t size);
     [[nodiscard]] bool unguarded_text_list(const char *name, char *target, std::size_t width);
 
+    void end_fixed_record(const LayoutField &last_field, std::size_t length);
+    void leave_out_missing(std::string_view line, const LayoutField &column, const char *name);
+
     [[nodiscard]] bool begin_list();
     void end_list();
     [[nodiscard]] Item begin_item();
@@ -327,6 +333,8 @@ class RecordReader {
     bool complete_ = false;          ///< a slash has ended the list
     std::int64_t repeats_left_ = 0;  ///< items that the last value still stands for
     bool repeats_are_empty_ = false; ///< and it is r* without a value
+    std::int64_t first_line_ = 1;    ///< of the statement
+    std::int64_t last_line_ = 0;
     bool text_was_cut_ = false;
     Value value_;
 };

@@ -105,6 +105,7 @@ class RecordStream {
     /// Whether the file starts like a text in UTF-16 or UTF-32.
     [[nodiscard]] bool has_wide_characters() const { return wide_characters_; }
 
+    [[nodiscard]] std::int64_t line() const { return line_; }
     [[nodiscard]] StreamMark mark() const { return {line_, line_start_, offset()}; }
     [[nodiscard]] FilePlace place() const { return mark().place(); }
 

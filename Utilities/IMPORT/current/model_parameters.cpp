@@ -18,18 +18,23 @@ void read_parameters(ImportModule &module, ModelParameters &parameters) {
         give_reason(module, IMPORT_EXPORT_DEFAULTED,
                     "The title cannot be read and is passed over with its line.");
     read_period(module, parameters);
-    read_options(reader, parameters);
+    read_options(module, parameters);
     reader.list("output interval", field("output interval", parameters.output_interval));
 }
 
-std::vector<SystemName> read_systems(RecordReader &reader, std::int32_t count) {
+std::vector<SystemName> read_systems(ImportModule &module, std::int32_t count) {
+    RecordReader &reader = module.reader;
     std::vector<SystemName> systems;
-    reader.for_each_record(count, [&](std::int32_t) {
+    reader.for_each_record(count, [&](std::int32_t number) {
         SystemName system;
         reader.fixed<"(A5,5X,A30)">("system name", field("short name", system.short_name),
                                     field("long name", system.long_name));
-        if (reader.ok())
-            systems.push_back(system);
+        if (!reader.ok())
+            return;
+        if (reader.text_was_cut())
+            give_reason(module, IMPORT_EXPORT_CUT,
+                        "The name of the system is cut at 30 characters.", number);
+        systems.push_back(system);
     });
     return systems;
 }
@@ -43,10 +48,9 @@ void modelparam_v2(ImportModule &module) {
         return;
     send_parameter_table(parameters,
                          "<span style=\"font-weight: bold;\">KOVA8 Model Parameters</span></td>");
-    const std::vector<SystemName> systems = read_systems(module.reader, parameters.system_count);
+    const std::vector<SystemName> systems = read_systems(module, parameters.system_count);
     if (!module.reader.ok())
         return;
-    give_dropped_options(module, parameters);
     send_model(module, parameters, parameters.system_count, systems);
 }
 

@@ -52,7 +52,8 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
                                 field("name", name));
     if (!reader.ok())
         return;
-    add_segment(module, table, number, name, false,
+    give_other_number(module, segment_number, number);
+    add_segment(module, table, number, name, reader.text_was_cut(),
                 host_name(name, number, module.shared.index_segment_names != 0));
 }
 
@@ -63,7 +64,7 @@ void read_segments(ImportModule &module, SegmentTable &table) {
     read_segment_settings(module, table);
     read_segment_records(
         reader, table, [&](std::int32_t number) { read_name(module, number, table); },
-        [&reader](Segment &segment) {
+        [&](std::int32_t number, Segment &segment) {
             std::int32_t segment_number = 0;
             reader.fixed<"(4(I5),16(F15.5))">(
                 "segment geometry",
@@ -72,6 +73,7 @@ void read_segments(ImportModule &module, SegmentTable &table) {
                                std::tuple{field("hydraulic option", segment.hydraulic_option)},
                                fields_of(segment, segment_geometry),
                                fields_of(segment, more_segment_geometry)));
+            give_other_number(module, segment_number, number);
         });
     // The flow paths ask for the option of the first segment only.
     if (!table.segments.empty())

@@ -92,7 +92,7 @@ std::vector<SystemName> build_state_variables(ImportModule &module,
 void read_parameters(ImportModule &module, ModelParameters &parameters) {
     read_header(module, parameters);
     read_period(module, parameters);
-    read_options(module.reader, parameters);
+    read_options(module, parameters);
     read_output_intervals(module, parameters);
 }
 
@@ -121,7 +121,6 @@ void modelparam(ImportModule &module) {
     const std::vector<SystemName> systems = read_systems(module, parameters);
     if (!module.reader.ok())
         return;
-    give_dropped_options(module, parameters);
     send_model(module, parameters, static_cast<std::int32_t>(systems.size()), systems);
 }
 

@@ -35,6 +35,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
     if (!reader.ok())
         return;
     console::write_line("Reading Segment: ", number, " Name: ", content_of(name.view()));
+    give_other_number(module, segment_number, number);
     add_segment(module, table, number, name, reader.text_was_cut(),
                 host_name(name, number, module.shared.index_segment_names != 0));
 }
@@ -44,12 +45,13 @@ void read_segments(ImportModule &module, SegmentTable &table) {
     read_segment_settings(module, table);
     read_segment_records(
         reader, table, [&](std::int32_t number) { read_name(module, number, table); },
-        [&reader](Segment &segment) {
+        [&](std::int32_t number, Segment &segment) {
             std::int32_t segment_number = 0;
             reader.list("segment geometry",
                         std::tuple_cat(std::tuple{field("segment number", segment_number)},
                                        fields_of(segment, segment_identity),
                                        fields_of(segment, segment_geometry)));
+            give_other_number(module, segment_number, number);
         });
 }
 

@@ -32,16 +32,28 @@ void read_period(ImportModule &module, ModelParameters &parameters) {
     module.shared.system_count = parameters.system_count;
 }
 
-void read_options(RecordReader &reader, ModelParameters &parameters) {
-    reader.list("option behind the system count",
-                field("option behind the system count", parameters.option_behind_system_count));
+namespace {
+
+// Reads an option that the host has no place for. One that is 0 says nothing.
+void read_dropped_option(ImportModule &module, const char *name) {
+    std::int32_t option = 0;
+    module.reader.list(name, field(name, option));
+    if (module.reader.ok() && option != 0)
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "The option has no counterpart in the current model.");
+}
+
+} // namespace
+
+void read_options(ImportModule &module, ModelParameters &parameters) {
+    RecordReader &reader = module.reader;
+    read_dropped_option(module, "option behind the system count");
     reader.list("solution type", field("solution type", parameters.solution_type));
     reader.list("negative-solution option",
                 field("negative-solution option", parameters.negative_solution_option));
     reader.list("ICRD option", field("ICRD option", parameters.icrd_option));
     reader.list("INTYP option", field("INTYP option", parameters.intyp_option));
-    reader.list("option behind INTYP",
-                field("option behind INTYP", parameters.option_behind_intyp));
+    read_dropped_option(module, "option behind INTYP");
     reader.list("fraction of the maximum time step",
                 field("fraction of the maximum time step", parameters.maximum_time_step_fraction));
     reader.list("time-step limits", field("minimum time step", parameters.minimum_time_step),
@@ -169,15 +181,6 @@ void send_model(const ImportModule &module, const ModelParameters &parameters,
     send_period(module, parameters);
     send_systems(system_count, systems);
     send_options(parameters);
-}
-
-void give_dropped_options(const ImportModule &module, const ModelParameters &parameters) {
-    if (parameters.option_behind_system_count != 0)
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
-                    "The option behind the system count has no counterpart in the current model.");
-    if (parameters.option_behind_intyp != 0)
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
-                    "The option behind INTYP has no counterpart in the current model.");
 }
 
 } // namespace kova_import

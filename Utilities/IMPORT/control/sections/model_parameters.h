@@ -32,8 +32,6 @@ struct ModelParameters {
     TimeOfDay skip_time;
     float simulation_length = 0; ///< days
     std::int32_t system_count = 0;
-    std::int32_t option_behind_system_count = 0; ///< the host has no place for it
-    std::int32_t option_behind_intyp = 0;        ///< likewise
     std::int32_t solution_type = 0;
     std::int32_t negative_solution_option = 0;
     std::int32_t icrd_option = 0;
@@ -61,7 +59,7 @@ void read_header(ImportModule &module, ModelParameters &parameters);
 void read_period(ImportModule &module, ModelParameters &parameters);
 
 /// Reads the options behind the system count, and the time-step limits.
-void read_options(RecordReader &reader, ModelParameters &parameters);
+void read_options(ImportModule &module, ModelParameters &parameters);
 
 namespace model_parameter_report {
 
@@ -82,9 +80,6 @@ void send_parameter_table(const ModelParameters &parameters, const char (&title)
     model_parameter_report::send_module_name(parameters.model_type);
     model_parameter_report::send_values(parameters);
 }
-
-/// Tells of the options that do not come across. Those that are 0 say nothing.
-void give_dropped_options(const ImportModule &module, const ModelParameters &parameters);
 
 /// Sends the model file name and the dates, the systems with their table, and the options and time
 /// steps. `system_count` is the number of systems as the host gets it.

@@ -66,6 +66,15 @@ std::optional<std::string_view> name_digits(std::int32_t number, FixedText<4> &d
     return std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
+void give_other_number(const ImportModule &module, std::int32_t number_in_file,
+                       std::int32_t number) {
+    if (module.reader.ok() && number_in_file != 0 && number_in_file != number)
+        give_reason(
+            module, IMPORT_EXPORT_CONVERTED,
+            "The record bears the number of another segment; the order of the records counts.",
+            number);
+}
+
 void add_segment(const ImportModule &module, SegmentTable &table, std::int32_t number,
                  const FixedText<40> &name, bool was_cut, const FixedText<40> &host_name) {
     give_lost_name(module, number, name, was_cut, host_name);

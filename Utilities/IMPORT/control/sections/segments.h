@@ -86,8 +86,8 @@ inline constexpr RowCommands<
 void read_segment_settings(ImportModule &module, SegmentTable &table);
 
 /// Reads the records of all segments: `read_name(number)` adds a segment to the table, and, behind
-/// a caption that nobody guards, `read_geometry(segment)` fills it. The order of the records
-/// counts, not the numbers that they bear.
+/// a caption that nobody guards, `read_geometry(number, segment)` fills it. The order of the
+/// records counts, not the numbers that they bear.
 template <class ReadName, class ReadGeometry>
 void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName read_name,
                           ReadGeometry read_geometry) {
@@ -95,9 +95,14 @@ void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName re
     FixedText<40> caption;
     reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
     reader.for_each_record(table.segment_count, [&](std::int32_t number) {
-        read_geometry(table.segments[static_cast<std::size_t>(number - 1)]);
+        read_geometry(number, table.segments[static_cast<std::size_t>(number - 1)]);
     });
 }
+
+/// Tells when a record bears another number than its place in the order of the records, which is
+/// what counts. A record without a number is no contradiction.
+void give_other_number(const ImportModule &module, std::int32_t number_in_file,
+                       std::int32_t number);
 
 /// Adds a segment, and tells when its name does not reach the host whole.
 void add_segment(const ImportModule &module, SegmentTable &table, std::int32_t number,
