@@ -10,7 +10,7 @@ from pathlib import Path
 
 COMMAND = os.environ["KOVA_COMMAND"]
 SANITIZED = os.environ.get("KOVA_SANITIZED") == "1"
-SECONDS = 2 if not SANITIZED else 30
+SECONDS = int(os.environ.get("KOVA_SECONDS", "2"))
 MEMORY_KB = 32 * 1024
 
 OPENING = """   11      {version}
