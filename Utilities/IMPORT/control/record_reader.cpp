@@ -80,10 +80,12 @@ void RecordReader::leave_out_missing(std::string_view line, const LayoutField &c
 // A text that runs on in the column behind its field has been cut; what stands there behind a blank
 // is a remark.
 void RecordReader::end_fixed_record(const LayoutField &last_field, std::size_t length) {
-    const std::size_t width = last_field.offset + last_field.width;
-    const std::string_view more = stream_.peek_line(width + 1);
-    text_was_cut_ = last_field.kind == FieldKind::text && more.size() > width &&
-                    more[width - 1] != ' ' && more[width] != ' ';
+    text_was_cut_ = false;
+    if (last_field.kind == FieldKind::text) {
+        const std::size_t width = last_field.offset + last_field.width;
+        const std::string_view more = stream_.peek_line(width + 1);
+        text_was_cut_ = more.size() > width && more[width - 1] != ' ' && more[width] != ' ';
+    }
     last_line_ = stream_.line();
     stream_.advance(length);
     stream_.skip_line();
