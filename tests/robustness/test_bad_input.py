@@ -2,6 +2,7 @@
 
 import json
 import os
+import resource
 import subprocess
 import tempfile
 import time
@@ -159,6 +160,18 @@ class BadInput(unittest.TestCase):
             status, result = self.import_bytes(content)
             self.assertEqual(status, 1, content)
             self.assertIn("ends here", json.dumps(result["errors"]))
+
+    @unittest.skipIf(SANITIZED, "the sanitizers need the addresses")
+    def test_a_section_that_does_not_fit_memory_ends_like_a_failed_read(self):
+        # more segments than addresses are left for, and nothing else to tell
+        content = CURRENT.replace("{systems}", "0") + "0.25\nSegments\n" + HUGE + "\n1\n0.5\n1 1\nNames\n"
+        path = self.folder / "model.inp"
+        path.write_text(content + "          A\n" * 3000000)
+        addresses = 320 * 1024 * 1024
+        run = subprocess.run([COMMAND, "--json", "--quiet", "--index-names", "no", path], capture_output=True,
+                             preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (addresses, addresses)))
+        self.assertEqual(run.returncode, 1)
+        self.assertIn("There is not enough memory for the section.", json.dumps(json.loads(run.stdout)["errors"]))
 
     def test_a_huge_repeat_count_fills_the_bypass_flags_at_once(self):
         status, _ = self.import_bytes(
