@@ -427,7 +427,7 @@ void check_failure(const ReadFailure &failure, std::int64_t begun, const TextLin
     case ReadFailureKind::bad_value:
         require(failure.field[0] != '\0' && failure.expected[0] != '\0',
                 "a bad value has its field and what was expected");
-        if (failure.advice[0] != '\0') // on quotes
+        if (std::string_view(failure.advice).starts_with("Take the quotes"))
             check_quoted(lines.behind(shown.place), shown.width);
         break;
     case ReadFailureKind::open_delimiter:
