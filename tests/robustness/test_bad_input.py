@@ -166,7 +166,11 @@ class BadInput(unittest.TestCase):
         # more segments than addresses are left for, and nothing else to tell
         content = CURRENT.replace("{systems}", "0") + "0.25\nSegments\n" + HUGE + "\n1\n0.5\n1 1\nNames\n"
         path = self.folder / "model.inp"
-        path.write_text(content + "          A\n" * 3000000)
+        # written piece by piece: this process must stay small, since a child's peak of memory counts from its fork
+        with open(path, "w") as file:
+            file.write(content)
+            for _ in range(300):
+                file.write("          A\n" * 10000)
         addresses = 320 * 1024 * 1024
         run = subprocess.run([COMMAND, "--json", "--quiet", "--index-names", "no", path], capture_output=True,
                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (addresses, addresses)))
