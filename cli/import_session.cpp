@@ -3,6 +3,7 @@
 #include "cli/standard_output_capture.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <utility>
 
@@ -11,6 +12,10 @@ namespace kova_command {
 namespace {
 
 constexpr std::size_t longest_path = 512;
+/// What the library shows before each section, and at the end. Sections that show progress of their
+/// own show whole hundreds.
+constexpr std::array<std::int32_t, section_count> section_percentages = {0,  5,  10, 20, 30, 40,
+                                                                         50, 60, 70, 80, 85};
 constexpr std::int32_t last_percentage = 100;
 
 // The utility asks four questions; the last one only waits for the person to have read the
@@ -204,7 +209,11 @@ ImportOutcome ImportSession::run(const ImportRequest &request) {
     host_.observe_progress([&](std::int32_t percentage) {
         if (reached == 1) // later sections put counts of their own in the place of this one
             outcome.systems_in_file = data.system_count;
-        const bool is_section = reached < section_count;
+        const bool is_last = reached == section_count && percentage == last_percentage;
+        const bool is_section =
+            reached < section_count && percentage == section_percentages[reached];
+        if (!is_section && !is_last)
+            return; // a section counts for itself
         if (request.progress && notice_count(outcome, Level::error) == 0)
             request.progress(percentage, is_section ? section_descriptions()[reached].name
                                                     : std::string_view());

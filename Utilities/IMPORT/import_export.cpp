@@ -17,6 +17,11 @@ void version() { kova_import::show(kova_import::send_version_page); }
 
 void modelparam() { kova_import::run_legacy_section(SectionNumber::model_parameters); }
 void segments() { kova_import::run_legacy_section(SectionNumber::segments); }
+void flowpath() { kova_import::run_legacy_section(SectionNumber::flow_paths); }
+void flows() { kova_import::run_legacy_section(SectionNumber::flow_series); }
+void exchanges() { kova_import::run_legacy_section(SectionNumber::exchanges); }
+void boundary() { kova_import::run_legacy_section(SectionNumber::boundary_conditions); }
+void loads() { kova_import::run_legacy_section(SectionNumber::loads); }
 
 void modelparam_v2() { kova_import::run_current_section(SectionNumber::model_parameters); }
 void segments_v2() { kova_import::run_current_section(SectionNumber::segments); }

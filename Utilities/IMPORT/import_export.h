@@ -138,6 +138,11 @@ KOVA_IMPORT_API void version(void);
  * error. */
 KOVA_IMPORT_API void modelparam(void);
 KOVA_IMPORT_API void segments(void);
+KOVA_IMPORT_API void flowpath(void);
+KOVA_IMPORT_API void flows(void);
+KOVA_IMPORT_API void exchanges(void);
+KOVA_IMPORT_API void boundary(void);
+KOVA_IMPORT_API void loads(void);
 
 /* The sections of the current format. */
 KOVA_IMPORT_API void modelparam_v2(void);

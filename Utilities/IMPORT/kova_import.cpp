@@ -49,11 +49,11 @@ constexpr Family legacy_family = {
     .sections = {{
         {"model parameters", 0, legacy::modelparam},
         {"segments", 5, legacy::segments},
-        {"flow paths", 10},
-        {"flow time series", 20},
-        {"exchanges", 30},
-        {"boundary conditions", 40},
-        {"loads", 50},
+        {"flow paths", 10, legacy::flowpath},
+        {"flow time series", 20, legacy::flows},
+        {"exchanges", 30, legacy::exchanges},
+        {"boundary conditions", 40, legacy::boundary},
+        {"loads", 50, legacy::loads},
         {"environmental time functions", 60},
         {"segment parameters", 70},
         {"kinetic constants", 80},
@@ -82,8 +82,10 @@ constexpr Family current_family = {
 
 constexpr std::array families = {legacy_family, current_family};
 
-/// The one instance of the module's state.
-constinit ImportModule import_module{IMPORT_EXPORT};
+/// The one instance of the module's state. The buffers, all zero at first, take no room in the file
+/// of the library.
+constinit SendBuffers send_buffers;
+constinit ImportModule import_module{IMPORT_EXPORT, send_buffers};
 
 } // namespace
 

@@ -73,6 +73,7 @@ TEST_P(Golden, LogAndConsoleAreAsWorkedOut) {
     const auto file = [&base](const char *extension) {
         return std::filesystem::path(base.string() + extension);
     };
+    clear_send_buffers();
     const ImportRun run = import_text(read_file(file(".inp")), settings_of(file(".options")));
     EXPECT_EQ(difference(expected_log(file(".log")), run.log), "");
     const Lines console =

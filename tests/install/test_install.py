@@ -39,7 +39,7 @@ FILES = {
     "share/zsh/site-functions/_kova-import",
 } | {f"share/doc/kova-import/docs/{page.name}" for page in (SOURCE / "docs").glob("*.md")}
 
-# Up to the end of the segments; what follows is missing.
+# A segment, and neither flows, exchanges, boundaries nor loads.
 LEGACY = """   11      2
 1 2 2003 4 5 6
 7 8 2009 10 11 12
@@ -66,6 +66,13 @@ Names
 1 'Upper Pool'
 Geometry
 1 2 3 0.1 11 12 13 14 15 16 17 18 19
+0
+0
+0
+0
+0
+0
+0
 """
 
 INSTALLATION = None

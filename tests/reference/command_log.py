@@ -6,8 +6,12 @@ path. It formats numbers as C's printf does.
 
 import re
 from dataclasses import dataclass, field
+from itertools import groupby
 
 FILE_NAME_WIDTH = 512
+SEND_BUFFER_LENGTH = 170000
+# Commands whose third argument says how many entries of the send buffers the next command is about.
+ANNOUNCING_KEYWORDS = ("PNBFP", "PNBWK")
 LONG_RUN = re.compile(rb"\x00{8,}| {8,}")
 # The build identification differs from build to build: name of the line, width with the NUL.
 STAMPED_TEXTS = (
@@ -29,6 +33,27 @@ class Real:
 class Text:
     """A field that travels as it stands."""
     value: bytes
+
+
+@dataclass
+class SendBuffer:
+    """170000 reals that travel as they stand. Held are those ever written; the others are still 0."""
+    written: list = field(default_factory=list)
+
+    def fill(self, values):
+        """Put the values into the first entries; what stands behind them stays."""
+        self.written[:len(values)] = values
+
+
+@dataclass
+class SendBuffers:
+    """The two buffers that the boundaries and the loads use in turn, and one import after the other."""
+    values: SendBuffer = field(default_factory=SendBuffer)
+    times: SendBuffer = field(default_factory=SendBuffer)
+
+    def fill(self, breakpoints):
+        self.values.fill([value for value, _ in breakpoints])
+        self.times.fill([time for _, time in breakpoints])
 
 
 def literal(text):
@@ -87,11 +112,33 @@ def text_on_log(text):
     return text_pieces(text)
 
 
-def argument_on_log(argument):
+def real_on_log(value):
+    return "%.9g" % value
+
+
+def send_buffer_on_log(buffer, announced):
+    """The announced entries one by one, and behind the bar the rest as runs of equal values."""
+    announced = min(max(announced, 0), SEND_BUFFER_LENGTH)
+    entries = [real_on_log(value) for value in buffer.written]
+    entries += ["0"] * (announced - len(entries))
+    runs = [(len(list(run)), entry) for entry, run in groupby(entries[announced:])]
+    untouched = SEND_BUFFER_LENGTH - len(entries)
+    if untouched > 0 and runs and runs[-1][1] == "0":
+        untouched += runs.pop()[0]
+    if untouched > 0:
+        runs.append((untouched, "0"))
+    pieces = entries[:announced] + ["|"] + [f"{length}*{entry}" for length, entry in runs]
+    return f"real[{SEND_BUFFER_LENGTH}] " + " ".join(pieces)
+
+
+def argument_on_log(argument, announced=0):
+    """`announced` is how many entries of a send buffer count."""
+    if isinstance(argument, SendBuffer):
+        return send_buffer_on_log(argument, announced)
     if isinstance(argument, Integer):
         return f"int {argument.value}"
     if isinstance(argument, Real):
-        return "real %.9g" % argument.value
+        return "real " + real_on_log(argument.value)
     return f"text[{len(argument.value)}] {text_on_log(argument.value)}"
 
 
@@ -105,10 +152,13 @@ class RecordingHost:
     answers: Answers
     path_text: bytes
     log_lines: list = field(default_factory=list)
+    announced: int = 0
 
     def call(self, keyword, *arguments):
         """A command whose arguments the host only takes."""
-        self.write(keyword, [argument_on_log(argument) for argument in arguments])
+        if keyword in ANNOUNCING_KEYWORDS:
+            self.announced = arguments[2].value
+        self.write(keyword, [argument_on_log(argument, self.announced) for argument in arguments])
 
     def information(self, fragment):
         """A fragment of the information pane: literal text, or a field as it stands."""

@@ -6,10 +6,12 @@ from dataclasses import dataclass
 
 import current
 import legacy
-from command_log import FILE_NAME_WIDTH, Answers, Integer, RecordingHost, Text, with_nul
+import legacy_network
+import legacy_series
+from command_log import FILE_NAME_WIDTH, Answers, RecordingHost, SendBuffers, Text, with_nul
 from records import ReadFailure, RecordReader, fit, split_lines
 from shared import (BLUE_PREFIX, MESSAGE_WIDTH, MODEL_FILE_NAME_WIDTH, ImportRun, ImportState, report_read_error,
-                    send_all)
+                    send_all, send_progress)
 
 FIRST_CURRENT_VERSION = 3
 WEB_SITE = "https://kova.example"
@@ -53,11 +55,11 @@ LEGACY = Family(
     sections=(
         Section("modelparam", 0, legacy.modelparam, False),
         Section("segments", 5, legacy.segments, False),
-        Section("flowpath", 10, None, False),
-        Section("flows", 20, None, False),
-        Section("exchanges", 30, None, False),
-        Section("boundary", 40, None, False),
-        Section("loads", 50, None, False),
+        Section("flowpath", 10, legacy_network.flowpath, False),
+        Section("flows", 20, legacy_network.flows, False),
+        Section("exchanges", 30, legacy_network.exchanges, False),
+        Section("boundary", 40, legacy_series.boundary, False),
+        Section("loads", 50, legacy_series.loads, False),
         Section("timefunctions", 60, None, False),
         Section("seg_parameters", 70, None, False),
         Section("constants", 80, None, False),
@@ -98,13 +100,16 @@ CURRENT = Family(
         'Files</big></body>'))
 
 
-def run_import(read_content, answers, path_text, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH):
+def run_import(read_content, answers, path_text, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH,
+               send_buffers=None):
     """`read_content(path)` gives the bytes of the file that the host names, or None when it cannot be opened.
 
-    The model file name is the one thing that lives from one import of a process to the next; a first import finds NULs.
+    The model file name and the send buffers live from one import of a process to the next; a first import finds
+    NULs and zeros.
     """
     host = RecordingHost(answers, path_text)
-    run = ImportRun(host, RecordReader([]), ImportState(), earlier_model_file_name)
+    run = ImportRun(host, RecordReader([]), ImportState(), earlier_model_file_name,
+                    send_buffers or SendBuffers())
     ask_questions(run)
     host_file_name, path = terminated_path(host.file_name())
     run.model_file_name = derive_model_file_name(host_file_name, earlier_model_file_name)
@@ -184,10 +189,6 @@ def run_sections(run, family):
     return failure
 
 
-def send_progress(run, percentage):
-    run.host.call("PPROGRESS", Integer(percentage))
-
-
 # --- information pages ---------------------------------------------------------------------------------------------
 
 RELEASE_LINE = b"ORVEN -- KOVA Version 8.4.3"
@@ -222,15 +223,18 @@ def send_version_page(run):
 
 # --- use as a module -----------------------------------------------------------------------------------------------
 
-def import_file(source, answers=None, path_text=None, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH):
+def import_file(source, answers=None, path_text=None, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH,
+                send_buffers=None):
     """Import a file (a path, or its content as bytes) and give back what a host and a console would see of it."""
+    answers = answers or Answers()
     if isinstance(source, bytes):
-        return run_import(lambda path: source, answers or Answers(), path_text or b"model.inp",
-                          earlier_model_file_name)
+        return run_import(lambda path: source, answers, path_text or b"model.inp", earlier_model_file_name,
+                          send_buffers)
     named = os.fsencode(source)
     if path_text is None:
-        return run_import(content_of, answers or Answers(), named, earlier_model_file_name)
-    return run_import(lambda path: content_of(named), answers or Answers(), path_text, earlier_model_file_name)
+        return run_import(content_of, answers, named, earlier_model_file_name, send_buffers)
+    return run_import(lambda path: content_of(named), answers, path_text, earlier_model_file_name,
+                      send_buffers)
 
 
 def content_of(path):

@@ -1,6 +1,7 @@
 // Imports every NAME.inp of a folder with the library and writes what came of it beside the file:
 // NAME.log, NAME.console and NAME.failure (statement number, line and column of the read that
-// failed). NAME.options changes the answers.
+// failed). NAME.options changes the answers. The files are taken in the order of their names,
+// because the send buffers live from one import to the next.
 
 #include "tests/support/import_run.h"
 #include "tests/support/temporary_file.h"

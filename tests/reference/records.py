@@ -13,6 +13,7 @@ BYTE_ORDER_MARK = b"\xef\xbb\xbf"
 LARGEST_REPEAT_COUNT = 2147483647
 SMALLEST_INTEGER = -2147483648
 LARGEST_INTEGER = 2147483647
+CAPTION_WIDTH = 80
 
 
 class CannotConvert(Exception):
@@ -200,13 +201,14 @@ REPEAT_PREFIX = re.compile(rb"([0-9]+)\*")
 
 @dataclass(frozen=True)
 class Item:
-    """One item of a free-form list: "integer", "real" or "text"."""
+    """One item of a free-form list: "integer", "real" or "text"; an integer may have a largest value."""
     name: str
     kind: str
+    largest: int = LARGEST_INTEGER
 
 
-def integers(*names):
-    return [Item(name, "integer") for name in names]
+def integers(*names, largest=LARGEST_INTEGER):
+    return [Item(name, "integer", largest) for name in names]
 
 
 def reals(*names):
@@ -227,13 +229,18 @@ class Group:
     column: int
 
 
-def convert_token(kind, group):
+def convert_token(item, group):
     """One value of a list for the item that it meets."""
-    if kind == "text":
+    if item.kind == "text":
         return group.value
     if group.quoted:
         raise CannotConvert("a number in quotes")
-    return convert_integer(group.value) if kind == "integer" else convert_real(group.value)
+    if item.kind == "real":
+        return convert_real(group.value)
+    value = convert_integer(group.value)
+    if value > item.largest:
+        raise CannotConvert(f"above {item.largest}")
+    return value
 
 
 # What stands before the next comma decides what the comma is. Behind a value it is the separator, behind another comma
@@ -386,9 +393,11 @@ class RecordReader:
         return self.statement(lambda: self.read_flags(name, count, kept))
 
     def caption(self):
-        """A caption line whose text nobody needs; at the end of the file there is simply none."""
+        """The 80 columns of a line, read without an error branch: at the end of the file they are blank."""
         self.line_counter += 1
+        line = self.lines[self.next_line] if self.next_line < len(self.lines) else b""
         self.next_line = min(self.next_line + 1, len(self.lines))
+        return fit(line, CAPTION_WIDTH)
 
     def title(self):
         """A free-form text that nobody needs, read without an error branch.
@@ -446,7 +455,7 @@ class RecordReader:
                 left = group.repeat
             left -= 1
             if group.value is not None:
-                filled[item.name] = self.token_value(item.kind, group, item.name)
+                filled[item.name] = self.token_value(item, group)
         self.next_line = scanner.line + 1
         return filled
 
@@ -461,7 +470,7 @@ class RecordReader:
                 break
             end = min(count, position + group.repeat)
             if group.value is not None:
-                value = self.token_value("integer", group, field)
+                value = self.token_value(Item(field, "integer"), group)
                 for index in range(position, min(end, kept)):
                     flags[index] = value
             position = end
@@ -474,8 +483,8 @@ class RecordReader:
             raise end_of_file(self.lines, first_field)
         return ListScanner(self.lines, self.next_line)
 
-    def token_value(self, kind, group, name):
+    def token_value(self, item, group):
         try:
-            return convert_token(kind, group)
+            return convert_token(item, group)
         except CannotConvert as problem:
-            raise ReadFailure(group.line + 1, group.column + 1, name, str(problem)) from None
+            raise ReadFailure(group.line + 1, group.column + 1, item.name, str(problem)) from None

@@ -2,8 +2,8 @@
 
 from dataclasses import dataclass, field
 
-from command_log import Integer, RecordingHost, Real, Text, with_nul
-from records import RecordReader, fit, integers, reals
+from command_log import Integer, RecordingHost, Real, SendBuffers, Text, with_nul
+from records import LARGEST_INTEGER, RecordReader, fit, integers, reals
 
 ADVANCED_EUTROPHICATION = 11
 ADVANCED_TOXICANT = 8
@@ -13,6 +13,7 @@ NAME_WIDTH = 40
 SHORT_NAME_WIDTH = 5
 LONG_NAME_WIDTH = 30
 MODEL_FILE_NAME_WIDTH = 512
+HYDRO_FILE_NAME_WIDTH = 512
 
 BLUE_PREFIX = '<li><span style="font-weight: bold; color: blue;">'
 
@@ -60,6 +61,13 @@ class ImportState:
     volume_scale_factor: float = 0.0
     volume_conversion_factor: float = 0.0
     flow_option: list = field(default_factory=list)
+    flow_field_count: int = 0
+    inflow_count: list = field(default_factory=list)
+    hydro_file_name: bytes = b"\0" * HYDRO_FILE_NAME_WIDTH
+    flow_scale_factor: float = 0.0
+    flow_conversion_factor: float = 0.0
+    exchange_scale_factor: float = 0.0
+    exchange_conversion_factor: float = 0.0
 
     @property
     def state_variable_count(self):
@@ -80,6 +88,7 @@ class ImportRun:
     reader: RecordReader
     state: ImportState
     model_file_name: bytes
+    send_buffers: SendBuffers = field(default_factory=SendBuffers)
     console_lines: list = field(default_factory=list)
 
     def console(self, line):
@@ -89,6 +98,26 @@ class ImportRun:
 def console_text(text):
     """A text on the console ends at its first NUL and loses its trailing blanks."""
     return text.split(b"\0")[0].rstrip(b" ")
+
+
+def read_integer(run, name, kept=0, largest=LARGEST_INTEGER):
+    """The only integer of a free-form record; left out, it is what was kept."""
+    return run.reader.list(integers(name, largest=largest)).get(name, kept)
+
+
+def read_values(run, items):
+    """The numbers of a free-form record in the order of its items; what is left out is zero."""
+    filled = run.reader.list(items)
+    return tuple(filled.get(item.name, 0 if item.kind == "integer" else 0.0) for item in items)
+
+
+def send_progress(run, percentage):
+    run.host.call("PPROGRESS", Integer(percentage))
+
+
+def send_notice(run, message):
+    """A line of the information pane."""
+    send_all(run, (BLUE_PREFIX, message + '</span></li>'))
 
 
 def report_read_error(run, line_counter, reports_to_pane):
@@ -244,8 +273,7 @@ def send_segments(run, segments, commands, before_name=lambda index, name: None,
     host.call("PBEDDT", Real(state.bed_time_step))
     host.call("PSCALV", Real(state.volume_scale_factor))
     host.call("PCONVV", Real(state.volume_conversion_factor))
-    host.information(BLUE_PREFIX)
-    host.information('Importing Segment Information</span></li>')
+    send_notice(run, "Importing Segment Information")
     for index, (name, geometry) in enumerate(zip(state.segment_names, segments, strict=True), start=1):
         before_name(index, name)
         host.call("PSEGNAME", Integer(index), Text(name))

@@ -10,6 +10,8 @@ from driver import derive_model_file_name, import_file, terminated_path
 from generate import generate, generate_described
 from records import (CannotConvert, ColumnField, ReadFailure, RecordReader, convert_columns, convert_integer,
                      convert_real, integers, parse_layout, reals, split_lines, texts)
+from small_files import (CURRENT_OPENING, CURRENT_SEGMENTS, LEGACY_OPENING, LEGACY_REST, LEGACY_SEGMENTS, PERCENTAGES,
+                         arguments_of, replaced)
 
 
 def bits(value):
@@ -303,38 +305,8 @@ class Log(unittest.TestCase):
 
 # --- whole files ----------------------------------------------------------------------------------------------------
 
-LEGACY_OPENING = (b"   11      2\n", b"3 15 1998 6 30 0\n", b"6*0\n", b"365.25\n", b"10\n", b"0\n", b"1\n", b"0\n",
-                  b"2\n",
-                  b"3\n", b"9\n", b"0.9\n", b"0.001 0.5\n", b"2\n", b"0 1\n", b"10 .25\n", b"7*1 0 1 0\n", b"1\n",
-                  b"scratch\n", b"0\n")
-LEGACY_SEGMENTS = (b"2\n", b"1\n", b"0.5\n", b"1 2\n", b"Names\n", b"1 'Upper Pool'\n", b"2 Lower Pool\n",
-                   b"Geometry\n",
-                   b"1 2 3 100. .1 .2 .3 .4 1000 .01 50 .02 .001\n", b"2 0 4 10*1.5\n")
-CURRENT_OPENING = (b"    8      3\n", b"'A title'\n", b"3 15 1998 6 30 0\n", b"6*0\n", b"365.25\n", b"2\n", b"0\n",
-                   b"1\n",
-                   b"0\n", b"2\n", b"3\n", b"9\n", b"0.9\n", b"0.001 0.5\n", b"0.25\n", b"NH-34     Ammonia\n", b"DO\n")
-CURRENT_SEGMENTS = (b"Segments\n", b"1\n", b"0\n", b"1\n", b"1 1\n", b"Names\n", b"    1     Upper Pool\n",
-                    b"Geometry\n",
-                    b"    1    0    2    3" + b"".join(b"%15d" % (100000 * value) for value in range(1, 17)) + b"\n")
-PERCENTAGES = ["int %d" % value for value in (0, 5, 10, 20, 30, 40, 50, 60, 70, 80, 85, 100)]
-
-
-def arguments_of(result, keyword):
-    """The arguments of every command of a keyword, as they stand in the log."""
-    found = []
-    for line in result.log_lines:
-        head, _, arguments = line.partition("] ")
-        if head.rstrip("]").split(" ")[1].split("[")[0] == keyword:
-            found.append(arguments)
-    return found
-
-
-def replaced(lines, index, line):
-    return b"".join(lines[:index] + (line,) + lines[index + 1:])
-
-
 class Files(unittest.TestCase):
-    legacy = b"".join(LEGACY_OPENING + LEGACY_SEGMENTS)
+    legacy = b"".join(LEGACY_OPENING + LEGACY_SEGMENTS + LEGACY_REST)
     current = b"".join(CURRENT_OPENING + CURRENT_SEGMENTS)
 
     def assert_stops(self, content, section, counter, line, column, field):
@@ -356,7 +328,9 @@ class Files(unittest.TestCase):
         self.assertEqual(arguments_of(result, "PMINDT"), ["real 0.00100000005"])
         self.assertEqual(arguments_of(result, "PMAXDT"), ["real 0.5"])
         self.assertEqual(arguments_of(result, "PMODELOUTPUTINTERVAL"), ["real 0.25"])
-        self.assertEqual(arguments_of(result, "PPROGRESS"), PERCENTAGES)
+        # The boundaries add 0 for reading, 0 for sending, and one for each of the two state variables.
+        self.assertEqual(arguments_of(result, "PPROGRESS"),
+                         PERCENTAGES[:6] + ["int 0", "int 0", "int 0", "int 100"] + PERCENTAGES[6:])
 
     def test_legacy_bypassed_systems_leave_no_gap(self):
         result = import_file(self.legacy)
@@ -381,7 +355,7 @@ class Files(unittest.TestCase):
     def test_legacy_no_systems_still_have_a_record(self):
         opening = list(LEGACY_OPENING)
         opening[4], opening[16] = b"-3\n", b"any thing\n"
-        result = import_file(b"".join(opening) + b"".join(LEGACY_SEGMENTS))
+        result = import_file(b"".join(opening) + b"".join(LEGACY_SEGMENTS + LEGACY_REST))
         self.assertIsNone(result.failure)
         self.assertEqual(arguments_of(result, "PNUMSYS"), ["int 0"])
         self.assertIn('3 GSPRINTFI[10] text[132] -> "-3" 130*" ", text[3] "%d\\0", int -3', result.log_lines)
@@ -421,7 +395,8 @@ class Files(unittest.TestCase):
         self.assertEqual(result.console_lines,
                          [b"Reading Segment: 1 Name: Upper Pool", b"Reading Segment: 2 Name: Lower",
                           b"Setting Number of Segments to: 2", b"Setting Segment Name: Seg-1-Upper Pool",
-                          b"Setting Segment Name: Seg-2-Lower"])
+                          b"Setting Segment Name: Seg-2-Lower", b"Done Reading Boundary Information",
+                          b"Boundary System: 1", b"Boundary System: 2"])
 
     def test_legacy_names_without_index(self):
         result = import_file(self.legacy, Answers(index_names=1))
@@ -463,7 +438,7 @@ class Files(unittest.TestCase):
         for count in (b"0", b"-4", b"-2147483648"):
             content = b"".join(LEGACY_OPENING) + count + b"\n1\n.5\n1 1\nNames\n"  # the second caption is missing, too
             result = import_file(content)
-            self.assertIsNone(result.failure)
+            self.assertEqual(result.failure.section, "flowpath")
             self.assertEqual(arguments_of(result, "PNUMSEG"), ["int " + count.decode()])
             self.assertEqual(arguments_of(result, "PSEGNAME"), [])
             self.assertEqual(arguments_of(result, "PSEGMENTSREFRESH"), [""])
@@ -604,7 +579,10 @@ class Generator(unittest.TestCase):
             content, description = generate_described(seed)
             with self.subTest(description):
                 result = import_file(content)
-                self.assertIn(len(arguments_of(result, "PPROGRESS")), (0, 12))
+                progress = arguments_of(result, "PPROGRESS")
+                if progress:  # what stands between 40 and 50 are the boundaries' own
+                    del progress[progress.index("int 40") + 1:progress.index("int 50")]
+                    self.assertEqual(progress, PERCENTAGES)
                 if "no fault" in description:
                     self.assertIsNone(result.failure)
 

@@ -31,6 +31,11 @@ OPENING = """   11      {version}
 LEGACY = OPENING.replace("{version}", "2").replace("{title}", "")
 CURRENT = OPENING.replace("{version}", "3").replace("{title}", "A river\n")
 HUGE = "2000000000"
+ONE_SYSTEM = LEGACY.replace("{systems}", "1") + "0\n0\n0\n0\n"
+NO_SEGMENTS = "0\n0\n0\n0 0\nNames\nGeometry\n"
+# flow paths, flow time series, exchanges, boundary conditions and loads without anything in them
+NO_FLOW_PATHS, NO_FLOWS, NO_EXCHANGES, NO_BOUNDARIES, NO_LOADS = "0\n0\n", "0\n", "0\n", "0\n", "0\n0\n"
+NOTHING_ELSE = NO_FLOW_PATHS + NO_FLOWS + NO_EXCHANGES + NO_BOUNDARIES + NO_LOADS
 
 
 class BadInput(unittest.TestCase):
@@ -142,7 +147,7 @@ class BadInput(unittest.TestCase):
             file.write(head.encode())
             for _ in range(100):
                 file.write(b"c" * (1 << 20))
-            file.write(b"\ncaption\n")
+            file.write(b"\ncaption\n" + NOTHING_ELSE.encode())
         status, _ = self.run_import(path)
         self.assertEqual(status, 4)
 
@@ -160,6 +165,42 @@ class BadInput(unittest.TestCase):
             status, result = self.import_bytes(content)
             self.assertEqual(status, 1, content)
             self.assertIn("ends here", json.dumps(result["errors"]))
+
+    def test_huge_counts_of_fields_functions_pairs_and_breakpoints(self):
+        flow_paths = ONE_SYSTEM + NO_SEGMENTS
+        flows = flow_paths + NO_FLOW_PATHS
+        exchanges = flows + NO_FLOWS
+        boundaries = exchanges + NO_EXCHANGES
+        loads = boundaries + NO_BOUNDARIES
+        for content in (
+                flow_paths + "0\n" + HUGE + "\nField\n0\n",
+                flow_paths + "0\n1\nField\n" + HUGE + "\nFunction\n0\n",
+                flow_paths + "0\n1\nField\n1\nFunction\n" + HUGE + "\n1 2 1\n",
+                flows + HUGE + "\nField\n0\n",
+                flows + "1\nField\n" + HUGE + "\n1 1\nFunction\n0\n",
+                flows + "1\nField\n1\n1 1\nFunction\n" + HUGE + "\n1 2\n",
+                exchanges + HUGE + "\nField\n0\n",
+                exchanges + "1\nField\n" + HUGE + "\n1 1\nFunction\n0\n0\n",
+                exchanges + "1\nField\n1\n1 1\nFunction\n" + HUGE + "\n1 2 3 4\n",
+                exchanges + "1\nField\n1\n1 1\nFunction\n0\n" + HUGE + "\n1 2\n",
+                boundaries + HUGE + "\nAmmonia\n0\n",
+                boundaries + "1\nAmmonia\n" + HUGE + "\n1.0\n1\n0\n",
+                loads + "0\n" + HUGE + "\nAmmonia\n0\n",
+                loads + "0\n1\nAmmonia\n" + HUGE + "\n1 1\n1\n0\n"):
+            status, result = self.import_bytes(content)
+            self.assertEqual(status, 1, content)
+            self.assertIn("ends here", json.dumps(result["errors"]), content)
+
+    def test_series_longer_than_the_buffers_are_refused_where_they_are_announced(self):
+        boundaries = ONE_SYSTEM + NO_SEGMENTS + NO_FLOW_PATHS + NO_FLOWS + NO_EXCHANGES
+        for content, line in ((boundaries + "1\nAmmonia\n1\n1.0\n7\n", 33),
+                              (boundaries + NO_BOUNDARIES + "0\n1\nAmmonia\n1\n1 1\n7\n", 35)):
+            self.assertEqual(content.count("\n") + 1, line)
+            for count in ("170001", HUGE):
+                error = self.assert_read_failure(content + count + "\n", line)
+                self.assertEqual(error["expected"], "at most 170000 breakpoints")
+            error = self.assert_read_failure(content + "170000\n", line)
+            self.assertIn("ends here", json.dumps(error))
 
     @unittest.skipIf(SANITIZED, "the sanitizers need the addresses")
     def test_a_section_that_does_not_fit_memory_ends_like_a_failed_read(self):
@@ -179,7 +220,7 @@ class BadInput(unittest.TestCase):
 
     def test_a_huge_repeat_count_fills_the_bypass_flags_at_once(self):
         status, _ = self.import_bytes(
-            LEGACY.replace("{systems}", HUGE) + "0\n" + HUGE + "*0\n0\n0\n0\n0\n0\n0 0\nNames\nGeometry\n")
+            LEGACY.replace("{systems}", HUGE) + "0\n" + HUGE + "*0\n0\n0\n" + NO_SEGMENTS + NOTHING_ELSE)
         self.assertEqual(status, 4)
 
 

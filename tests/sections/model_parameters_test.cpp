@@ -140,7 +140,7 @@ TEST(LegacyModelParameters, NumbersStateVariablesWithoutGaps) {
 }
 
 TEST(LegacyModelParameters, KnowsAll28SystemsAndNoMore) {
-    Records records = with(legacy_records(), "system count", "40");
+    Records records = with(legacy_opening(), "system count", "40");
     records = with(records, "bypass flags", "20*0\n20*0");
     const ImportRun run = import_text(text_of(records));
     EXPECT_EQ(run.arguments_of("PNUMSYS"), Lines{"int 28"});
@@ -226,7 +226,7 @@ TEST(LegacyModelParameters, EachSystemSetsItsOwnFlagOrCount) {
 TEST(LegacyModelParameters, NoSystemsHaveAnEmptyBypassRecord) {
     for (const char *count : {"0", "-3"}) {
         const Records records =
-            with(with(legacy_records(), "system count", count), "bypass flags", "any text at all");
+            with(with(legacy_opening(), "system count", count), "bypass flags", "any text at all");
         const ImportRun run = import_text(text_of(records));
         EXPECT_EQ(run.arguments_of("PNUMSYS"), Lines{"int 0"});
         EXPECT_EQ(run.arguments_of("PNUMSEG"), Lines{"int 2"});

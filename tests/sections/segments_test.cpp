@@ -72,7 +72,9 @@ TEST(LegacySegments, SendsTheNetworkInOrder) {
 }
 
 TEST(LegacySegments, TellsTheConsoleWhatItReadsAndSets) {
-    EXPECT_EQ(import_text(text_of(legacy_records())).console,
+    Lines console = import_text(text_of(legacy_opening())).console;
+    console.pop_back(); // the section behind has met the end of the file
+    EXPECT_EQ(console,
               (Lines{"Reading Segment: 1 Name: Upper Pool", "Reading Segment: 2 Name: Mouth",
                      "Setting Number of Segments to: 2", "Setting Segment Name: Seg-1-Upper Pool",
                      "Setting Segment Name: Seg-2-Mouth"}));
@@ -353,14 +355,17 @@ TEST(Segments, WithoutSegmentsTheFileMayEndBeforeTheUnguardedCaption) {
             with(current ? current_records() : legacy_records(), "segment count", "0");
         records.resize(position_of(records, "segment name"));
         const ImportRun run = import_text(text_of(records));
-        EXPECT_EQ(run.notices_of(IMPORT_EXPORT_READ_FAILED).size(), 0U);
-        EXPECT_EQ(segment_commands(run).size(), 8U);
+        // the section behind meets the end of the file, where it is read already
+        for (const Notice &failure : run.notices_of(IMPORT_EXPORT_READ_FAILED))
+            EXPECT_EQ(failure.section_name, "flow paths");
+        EXPECT_EQ(run.arguments_of("PNUMSEG"), Lines{"int 0"});
+        EXPECT_EQ(run.arguments_of("PSEGMENTSREFRESH"), Lines{""});
     }
 }
 
 TEST(Segments, TheEndOfTheFileInAnyRecordSendsNothingOfTheSection) {
     for (const bool current : {false, true}) {
-        const Records records = current ? current_records() : legacy_records();
+        const Records records = current ? current_records() : legacy_opening();
         for (std::size_t i = position_of(records, "segment count"); i < records.size(); ++i) {
             if (records[i].name == "caption of the segment geometry")
                 continue;

@@ -1,5 +1,6 @@
 #include "tests/support/import_run.h"
 
+#include "tests/support/model_text.h"
 #include "tests/support/temporary_file.h"
 
 #include <array>
@@ -8,6 +9,7 @@
 #include <optional>
 #include <stdexcept>
 #include <unistd.h>
+#include <utility>
 
 namespace kova_test {
 
@@ -166,6 +168,22 @@ ImportRun import_text(std::string_view text, const ImportSettings &settings) {
     folder.write("model.inp", text);
     const FolderVisit visit(folder.path());
     return run_with_host([] { importexport(); }, settings, folder.path() / "console.txt");
+}
+
+void clear_send_buffers() {
+    static bool are_clear = true;
+    if (std::exchange(are_clear, false))
+        return;
+    std::string text = text_of(legacy_opening()) + "0\n0\n" // no flow fields
+                                                   "0\n"    // and no series of them
+                                                   "0\n"    // no exchange fields
+                                                   "1\nAmmonia\n1\n\n1\n170000\n";
+    constexpr int entries = 170000;
+    for (int i = 0; i < entries; ++i)
+        text += "0 0\n";
+    const ImportRun run = import_text(text);
+    if (run.arguments_of("PALLBOUNDFUNC").size() != 1)
+        throw std::logic_error("the send buffers are not cleared");
 }
 
 ImportRun run_routine(const std::function<void()> &routine, const ImportSettings &settings) {

@@ -35,13 +35,100 @@ const Records segment_setting_records = {
     {"caption of the segment names", "Names of the segments"},
 };
 
+const Records legacy_flow_path_records = {
+    {"flow option", "3"},
+    {"flow-field count", "2"},
+    {"caption of the flow field", "Surface water"},
+    {"hydrodynamic file", "river flows.hyd"},
+    {"function count of the flow field", "2"},
+    {"description of the flow function", "Headwater, gauge 7"},
+    {"pair count of the flow function", "2"},
+    {"flow pair", "0 1 1.0"},
+    {"flow pair", "1 2 0.75"},
+    {"description of the flow function", "Tributary"},
+    {"pair count of the flow function", "1"},
+    {"flow pair", "0 2 1.0"},
+    {"caption of the flow field", "Pore water"},
+    {"function count of the flow field", "0"},
+};
+
+const Records legacy_flow_series_records = {
+    {"flow-field count", "2"},
+    {"caption of the flow field", "Surface water"},
+    {"function count of the flow field", "2"},
+    {"factors of the field", "1.5 86400"},
+    {"caption of the flow function", "Headwater"},
+    {"breakpoint count of the flow function", "2"},
+    {"breakpoint of the flow function", "10.5 0"},
+    {"breakpoint of the flow function", "12 30.25"},
+    {"caption of the flow function", "Tributary"},
+    {"breakpoint count of the flow function", "1"},
+    {"breakpoint of the flow function", "0.5 0"},
+    {"caption of the flow field", "Pore water"},
+    {"function count of the flow field", "0"},
+};
+
+const Records legacy_exchange_records = {
+    {"exchange-field count", "2"},
+    {"heading of the exchange field", "'Surface water'"},
+    {"function count of the exchange field", "1"},
+    {"factors of the field", "2 0.25"},
+    {"description of the exchange function", "Mixing at the confluence"},
+    {"pair count of the exchange function", "1"},
+    {"exchange pair", "1 2 25.5 100"},
+    {"breakpoint count of the exchange function", "2"},
+    {"breakpoint of the exchange function", "3.5 0"},
+    {"breakpoint of the exchange function", "4.5 30"},
+    {"heading of the exchange field", "'Pore water'"},
+    {"function count of the exchange field", "0"},
+};
+
+const Records legacy_boundary_records = {
+    {"system count", "3"},
+    {"heading of the boundaries", "Ammonia"},
+    {"boundary count", "2"},
+    {"factors of the boundaries", "     1.250      1.00"},
+    {"boundary segment", "1"},
+    {"breakpoint count of the boundary", "2"},
+    {"breakpoint of the boundary", "0.1 0"},
+    {"breakpoint of the boundary", "0.2 30"},
+    {"boundary segment", "2"},
+    {"breakpoint count of the boundary", "1"},
+    {"breakpoint of the boundary", "0.3 0"},
+    {"heading of the boundaries", "Nitrate"},
+    {"boundary count", "0"},
+    {"heading of the boundaries", "Dissolved organic nitrogen"},
+    {"boundary count", "0"},
+};
+
+const Records legacy_load_records = {
+    {"load option", "1"},
+    {"non-point-source file", "storm water.nps"},
+    {"system count", "3"},
+    {"heading of the loads", "Ammonia"},
+    {"load count", "1"},
+    {"factors of the loads", "0.5 1"},
+    {"load segment", "2"},
+    {"breakpoint count of the load", "2"},
+    {"breakpoint of the load", "7.5 0"},
+    {"breakpoint of the load", "8.5 30"},
+    {"heading of the loads", "Nitrate"},
+    {"load count", "1"},
+    {"factors of the loads", "0.25 1"},
+    {"load segment", "1"},
+    {"breakpoint count of the load", "1"},
+    {"breakpoint of the load", "9.5 0"},
+    {"heading of the loads", "'Dissolved organic nitrogen'"},
+    {"load count", "0"},
+};
+
 void append(Records &records, const Records &more) {
     records.insert(records.end(), more.begin(), more.end());
 }
 
 } // namespace
 
-Records legacy_records() {
+Records legacy_opening() {
     Records records = {{"header", "   11      2"}};
     append(records, period_records);
     append(records, {{"system count", "3"}});
@@ -65,6 +152,16 @@ Records legacy_records() {
                         {"segment geometry", "1 2 3 10 11 12 13 14 15 16 17 18 19"},
                         {"segment geometry", "2 0 1 20 21 22 23 24 25 26 27 28 29"},
                     });
+    return records;
+}
+
+Records legacy_records() {
+    Records records = legacy_opening();
+    append(records, legacy_flow_path_records);
+    append(records, legacy_flow_series_records);
+    append(records, legacy_exchange_records);
+    append(records, legacy_boundary_records);
+    append(records, legacy_load_records);
     return records;
 }
 

@@ -17,8 +17,13 @@ struct Record {
 
 using Records = std::vector<Record>;
 
-/// A legacy eutrophication model: systems 1 to 3, the last of which is bypassed, and two segments.
+/// A legacy eutrophication model: systems 1 to 3, the last of which is bypassed, two segments, two
+/// fields of flows and exchanges of which the second has no functions, boundaries and loads. All of
+/// it comes across.
 [[nodiscard]] Records legacy_records();
+
+/// Its records through the segments.
+[[nodiscard]] Records legacy_opening();
 
 /// A current model with two systems and two segments.
 [[nodiscard]] Records current_records();

@@ -27,6 +27,7 @@ void reset(ImportModule &module) {
     module.simulation_length = 0;
     module.flow_option = 0;
     module.system_of_state_variable = {};
+    module.inflow_count.clear();
 }
 
 constexpr std::int32_t unanswered = -1;

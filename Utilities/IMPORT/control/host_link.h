@@ -6,6 +6,7 @@
 #include "control/fixed_text.h"
 #include "control/host_commands.h"
 #include "control/literal.h"
+#include "control/send_buffers.h"
 #include "host_calls.h"
 
 #include <algorithm>
@@ -32,6 +33,11 @@ struct Result {
 
 template <std::size_t n>
 Result(FixedText<n> &) -> Result<n>;
+
+/// A send buffer. It is not copied: what the host writes there stays.
+struct AsItStands {
+    SendBuffer &buffer;
+};
 
 namespace host_link {
 
@@ -126,6 +132,17 @@ struct Passed<Result<n>> {
     char *target;
 };
 
+template <>
+struct Passed<AsItStands> {
+    static constexpr std::size_t length = 0;
+    static constexpr bool fits(const Argument &argument) {
+        return argument.kind == ArgumentKind::send_buffer;
+    }
+    explicit Passed(const AsItStands &whole) : target(whole.buffer.data()) {}
+    void *address() { return target; }
+    float *target;
+};
+
 /// The lengths behind the arguments: those of the texts in their order, then zeros.
 template <std::size_t keyword_length, class... T>
 consteval auto text_lengths() {
@@ -167,21 +184,22 @@ void send(const T &...arguments) {
     (std::index_sequence_for<T...>{}, std::make_index_sequence<sizeof...(T) + 1>{});
 }
 
-/// One command per row of a table, with the row's number and one of its members.
+/// One command per row of a table, with the numbers that say which row it is and one of its
+/// members.
 template <Literal keyword, auto pointer>
 struct RowCommand {
-    template <class Row>
-    static void send_row(std::int32_t number, const Row &row) {
-        send<keyword>(number, row.*pointer);
+    template <class Row, class... Number>
+    static void send_row(const Row &row, Number... numbers) {
+        send<keyword>(numbers..., row.*pointer);
     }
 };
 
 /// A list of row commands: the order in which a row's members reach the host, as data.
 template <class... Command>
 struct RowCommands {
-    template <class Row>
-    static void send_row(std::int32_t number, const Row &row) {
-        (Command::send_row(number, row), ...);
+    template <class Row, class... Number>
+    static void send_row(const Row &row, Number... numbers) {
+        (Command::send_row(row, numbers...), ...);
     }
 
     template <class... Other>

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "control/chunked_list.h"
 #include "control/fixed_text.h"
 #include "control/record_reader.h"
+#include "control/send_buffers.h"
 #include "control/short_text.h"
 #include "import_export.h"
 
@@ -28,13 +30,14 @@ void give_left_out(void *module, const char *field, FilePlace place);
 
 /// What the sections of one import share, beside the exported data block.
 struct ImportModule {
-    explicit constexpr ImportModule(import_export_data &data)
-        : shared(data), reader(data.line_counter) {
+    explicit constexpr ImportModule(import_export_data &data, SendBuffers &buffers)
+        : shared(data), send_buffers(buffers), reader(data.line_counter) {
         model_file_name.fill('\0');
         reader.on_left_out(give_left_out, this);
     }
 
     import_export_data &shared; ///< live: the host may read and write it at any time
+    SendBuffers &send_buffers;
     RecordReader reader;
 
     FixedText<512> host_file_name;
@@ -44,6 +47,7 @@ struct ImportModule {
     float simulation_length = 0;  ///< days
     std::int32_t flow_option = 0; ///< element 1; 0 where there is no segment
     std::array<std::int32_t, legacy_system_count> system_of_state_variable{};
+    ChunkedList<std::int32_t> inflow_count; ///< functions of each flow field
 
     const char *section_name = ""; ///< of the section that runs
     std::int32_t section_number = 0;

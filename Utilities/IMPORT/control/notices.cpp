@@ -19,6 +19,8 @@ const char *reason_of(const ReadFailure &failure) {
         break;
     case ReadFailureKind::bad_value:
         return "The value cannot be converted.";
+    case ReadFailureKind::out_of_range:
+        return "The value is too large.";
     case ReadFailureKind::end_of_file:
         return "The file ends here, but the section is not complete.";
     case ReadFailureKind::open_delimiter:
@@ -50,6 +52,7 @@ const char *advice_of(const ReadFailure &failure) {
         return "Save it as plain text or UTF-8.";
     case ReadFailureKind::none:
     case ReadFailureKind::bad_value:
+    case ReadFailureKind::out_of_range:
     case ReadFailureKind::system_error:
         break;
     }
@@ -117,14 +120,34 @@ void give_left_out(void *module, const char *field, FilePlace place) {
     give(import_module, notice);
 }
 
-void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
-                 std::int64_t number) {
+void give_cut_file_name(const ImportModule &module) {
+    if (module.reader.ok() && module.reader.text_was_cut())
+        give_reason(module, IMPORT_EXPORT_CUT, "The file name is cut at 512 characters.");
+}
+
+void give_reason_of_send(const ImportModule &module, import_export_notice_kind kind,
+                         const char *reason, std::int64_t number) {
+    import_export_notice notice = start_notice(module, kind);
+    notice.statement = "";
+    notice.statement_number = 0;
+    notice.reason = reason;
+    notice.number = number;
+    give(module, notice);
+}
+
+void give_reason_at(const ImportModule &module, std::int64_t line, import_export_notice_kind kind,
+                    const char *reason, std::int64_t number) {
     import_export_notice notice = start_notice(module, kind);
     notice.reason = reason;
     notice.number = number;
-    if (module.section_number != 0)
-        notice.line = module.reader.last_line();
+    notice.line = line;
     give(module, notice);
+}
+
+void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
+                 std::int64_t number) {
+    give_reason_at(module, module.section_number != 0 ? module.reader.last_line() : 0, kind, reason,
+                   number);
 }
 
 } // namespace kova_import

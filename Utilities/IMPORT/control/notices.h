@@ -18,6 +18,17 @@ void give(const ImportModule &module, const import_export_notice &notice);
 /// The failed read of the module's reader.
 void give_read_failure(const ImportModule &module);
 
+/// Tells that the file name in the last record did not fit its field, if it did not.
+void give_cut_file_name(const ImportModule &module);
+
+/// Something about what the host is sent, for which no record stands: `number` is the host's.
+void give_reason_of_send(const ImportModule &module, import_export_notice_kind kind,
+                         const char *reason, std::int64_t number);
+
+/// Something about the record that ended on `line`, as below.
+void give_reason_at(const ImportModule &module, std::int64_t line, import_export_notice_kind kind,
+                    const char *reason, std::int64_t number = 0);
+
 /// Something about the last record that needs only a sentence, and perhaps the number of the
 /// segment, system, function, parameter or constant.
 void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,

@@ -135,35 +135,35 @@ int RecordReader::skip_blanks() {
 
 // Finds out what the next item of the list gets. With a fresh value the stream stands at its first
 // character.
-RecordReader::Item RecordReader::begin_item() {
+RecordReader::ItemState RecordReader::begin_item() {
     if (repeats_left_ > 0) {
         --repeats_left_;
-        return repeats_are_empty_ ? Item::absent : Item::repeated;
+        return repeats_are_empty_ ? ItemState::absent : ItemState::repeated;
     }
     if (complete_)
-        return Item::absent;
+        return ItemState::absent;
     if (!first_item_)
         return begin_next_item();
     first_item_ = false;
     return begin_first_item();
 }
 
-RecordReader::Item RecordReader::begin_first_item() {
+RecordReader::ItemState RecordReader::begin_first_item() {
     switch (skip_blanks()) {
     case RecordStream::end_of_file:
         return fail_at_end();
     case ',':
-        return Item::absent; // the comma separates it from the second item
+        return ItemState::absent; // the comma separates it from the second item
     case '/':
         return end_list_at_slash();
     case '\n':
         return begin_in_next_line(false);
     default:
-        return Item::fresh;
+        return ItemState::fresh;
     }
 }
 
-RecordReader::Item RecordReader::begin_next_item() {
+RecordReader::ItemState RecordReader::begin_next_item() {
     int character = skip_blanks();
     const bool comma_seen = character == ',';
     if (comma_seen) {
@@ -174,19 +174,19 @@ RecordReader::Item RecordReader::begin_next_item() {
     case RecordStream::end_of_file:
         return fail_at_end();
     case ',':
-        return Item::absent; // this comma separates it from the item behind
+        return ItemState::absent; // this comma separates it from the item behind
     case '/':
         return end_list_at_slash();
     case '\n':
         return begin_in_next_line(comma_seen);
     default:
-        return Item::fresh;
+        return ItemState::fresh;
     }
 }
 
 // A comma at the start of a line separates what stands before and behind, unless the line before
 // ended with one.
-RecordReader::Item RecordReader::begin_in_next_line(bool comma_seen) {
+RecordReader::ItemState RecordReader::begin_in_next_line(bool comma_seen) {
     for (;;) {
         stream_.advance_line();
         int character = skip_blanks();
@@ -200,23 +200,23 @@ RecordReader::Item RecordReader::begin_in_next_line(bool comma_seen) {
         case RecordStream::end_of_file:
             return fail_at_end();
         case ',':
-            return Item::absent;
+            return ItemState::absent;
         case '/':
             return end_list_at_slash();
         default:
-            return Item::fresh;
+            return ItemState::fresh;
         }
     }
 }
 
-RecordReader::Item RecordReader::end_list_at_slash() {
+RecordReader::ItemState RecordReader::end_list_at_slash() {
     complete_ = true;
-    return Item::absent;
+    return ItemState::absent;
 }
 
 // Takes the value at which the stream stands, with its repeat count if it has one. The stream is
 // behind it then.
-RecordReader::Item RecordReader::take_value() {
+RecordReader::ItemState RecordReader::take_value() {
     value_.start(stream_.mark());
     bool repeated = false;
     for (;;) {
@@ -228,14 +228,14 @@ RecordReader::Item RecordReader::take_value() {
         stream_.advance();
         if (character == '*' && !repeated && value_.may_be_repeat_count()) {
             if (!take_repeat_count())
-                return Item::failed;
+                return ItemState::failed;
             repeated = true;
         } else {
             value_.push(static_cast<char>(character));
         }
     }
     repeats_are_empty_ = value_.width == 0;
-    return repeats_are_empty_ ? Item::absent : Item::fresh;
+    return repeats_are_empty_ ? ItemState::absent : ItemState::fresh;
 }
 
 bool RecordReader::take_repeat_count() {
@@ -247,7 +247,7 @@ bool RecordReader::take_repeat_count() {
     return true;
 }
 
-RecordReader::Item RecordReader::take_delimited(char delimiter) {
+RecordReader::ItemState RecordReader::take_delimited(char delimiter) {
     value_.delimiter = delimiter;
     stream_.advance();
     value_.width = 1;
@@ -257,7 +257,7 @@ RecordReader::Item RecordReader::take_delimited(char delimiter) {
             fail(stream_.read_error() ? ReadFailureKind::system_error
                                       : ReadFailureKind::open_delimiter,
                  value_.mark.place(), value_.width, value_.kept());
-            return Item::failed;
+            return ItemState::failed;
         }
         ++value_.width;
         if (character == '\n') {
@@ -277,10 +277,10 @@ RecordReader::Item RecordReader::take_delimited(char delimiter) {
     }
     repeats_are_empty_ = false;
     if (is_separator(stream_.peek()))
-        return Item::fresh;
+        return ItemState::fresh;
     static_cast<void>(
         fail_value("quoted text", "a blank, a comma or the end of the line behind it"));
-    return Item::failed;
+    return ItemState::failed;
 }
 
 // Takes a plain number that stands whole in memory from `first` on, and leaves everything else
@@ -322,19 +322,37 @@ template <class T>
 bool RecordReader::number_item(Field<T> item) {
     if (take_plain_item(*item.target)) [[likely]]
         return true;
-    Item state = begin_item();
-    if (state == Item::fresh) {
+    ItemState state = begin_item();
+    if (state == ItemState::fresh) {
         if (take_plain_value(stream_.peek_block().data(), *item.target))
             return true;
         state = take_value();
     }
-    if (state == Item::absent)
+    if (state == ItemState::absent)
         return leave_out(item.name);
-    return state != Item::failed && convert_value(item);
+    return state != ItemState::failed && convert_value(item);
 }
 
 bool RecordReader::list_item(Field<std::int32_t> item) { return number_item(item); }
 bool RecordReader::list_item(Field<float> item) { return number_item(item); }
+
+// Bounds are for counts, which are few: the value is always taken whole, so that its place is
+// known.
+bool RecordReader::list_item(BoundedField item) {
+    ItemState state = begin_item();
+    if (state == ItemState::fresh)
+        state = take_value();
+    if (state == ItemState::absent)
+        return leave_out(item.name);
+    if (state == ItemState::failed || !convert_value(field(item.name, *item.target)))
+        return false;
+    if (*item.target <= item.largest)
+        return true;
+    static_cast<void>(fail_value(item.name, item.expected));
+    if (failure_.kind == ReadFailureKind::bad_value)
+        failure_.kind = ReadFailureKind::out_of_range;
+    return false;
+}
 
 bool RecordReader::convert_value(Field<std::int32_t> item) {
     const std::optional<std::int32_t> value = value_.number.integer();
@@ -354,12 +372,12 @@ bool RecordReader::convert_value(Field<float> item) {
 
 bool RecordReader::list_text(const char *name, char *target, std::size_t width) {
     text_was_cut_ = false;
-    Item state = begin_item();
-    if (state == Item::fresh)
+    ItemState state = begin_item();
+    if (state == ItemState::fresh)
         state = take_value();
-    if (state == Item::absent)
+    if (state == ItemState::absent)
         return leave_out(name);
-    if (state == Item::failed)
+    if (state == ItemState::failed)
         return false;
     const std::string_view text = value_.kept().substr(0, width);
     text_was_cut_ = !without_trailing_blanks(value_.kept().substr(text.size())).empty();
@@ -468,10 +486,10 @@ bool RecordReader::fail_field(std::string_view line, const LayoutField &column, 
     return false;
 }
 
-RecordReader::Item RecordReader::fail_at_end() {
+RecordReader::ItemState RecordReader::fail_at_end() {
     fail(stream_.read_error() ? ReadFailureKind::system_error : ReadFailureKind::end_of_file,
          stream_.end_place(), 0, {});
-    return Item::failed;
+    return ItemState::failed;
 }
 
 void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t width,

@@ -29,6 +29,19 @@ template <class T>
     return {name, &target};
 }
 
+/// An integer item with a largest value.
+struct BoundedField {
+    const char *name;
+    std::int32_t *target;
+    std::int32_t largest;
+    const char *expected; ///< "at most 12 functions"
+};
+
+[[nodiscard]] constexpr BoundedField at_most(std::int32_t largest, const char *expected,
+                                             const char *name, std::int32_t &target) {
+    return {name, &target, largest, expected};
+}
+
 /// One member of a section's row that a record fills. Lists of these are data: `fields_of` aims one
 /// at a row.
 template <class Row, class T>
@@ -55,6 +68,7 @@ fields_of(Row &row, const std::tuple<Member<Row, T>...> &list) {
 enum class ReadFailureKind : std::uint8_t {
     none,
     bad_value,      ///< a field or value cannot be converted
+    out_of_range,   ///< a value is larger than what can be dealt with
     end_of_file,    ///< the file ends before the read is complete
     open_delimiter, ///< the file ends inside a quoted text
     system_error,   ///< the system could not read the file
@@ -141,10 +155,10 @@ class RecordReader {
     /// Reads a free-form list of values into 32-bit integers, reals and `FixedText`s, over as many
     /// lines as it takes. Items that the record leaves out keep what they hold. Without items it
     /// goes over one line.
-    template <class... T>
-    void list(const char *statement, Field<T>... fields) {
+    template <class... Item>
+    void list(const char *statement, Item... items) {
         if (begin_statement(statement))
-            list_record(fields...);
+            list_record(items...);
     }
 
     template <class... T>
@@ -187,11 +201,8 @@ class RecordReader {
     /// count is none.
     template <class Read>
     void for_each_record(std::int32_t count, Read read) {
-        for (std::int32_t i = 1; i <= count && ok(); ++i) {
-            read(i);
-            if (i == count)
-                break; // the largest count has no successor
-        }
+        for (std::int64_t i = 1; i <= count && ok(); ++i)
+            read(static_cast<std::int32_t>(i));
     }
 
   private:
@@ -215,7 +226,7 @@ class RecordReader {
         [[nodiscard]] std::string_view kept() const { return {text.data(), text_length}; }
     };
 
-    enum class Item : std::uint8_t { fresh, repeated, absent, failed };
+    enum class ItemState : std::uint8_t { fresh, repeated, absent, failed };
 
     [[nodiscard]] bool begin_statement(const char *statement);
 
@@ -269,15 +280,16 @@ class RecordReader {
         return line.substr(std::min(line.size(), column.offset), column.width);
     }
 
-    template <class... T>
-    void list_record(Field<T>... fields) {
+    template <class... Item>
+    void list_record(Item... items) {
         if (begin_list())
-            static_cast<void>((list_item(fields) && ...));
+            static_cast<void>((list_item(items) && ...));
         end_list();
     }
 
     [[nodiscard]] bool list_item(Field<std::int32_t> item);
     [[nodiscard]] bool list_item(Field<float> item);
+    [[nodiscard]] bool list_item(BoundedField item);
     template <class T>
     [[nodiscard]] bool number_item(Field<T> item);
     template <class T>
@@ -300,21 +312,21 @@ class RecordReader {
 
     [[nodiscard]] bool begin_list();
     void end_list();
-    [[nodiscard]] Item begin_item();
-    [[nodiscard]] Item begin_first_item();
-    [[nodiscard]] Item begin_next_item();
-    [[nodiscard]] Item begin_in_next_line(bool comma_seen);
-    [[nodiscard]] Item end_list_at_slash();
-    [[nodiscard]] Item take_value();
+    [[nodiscard]] ItemState begin_item();
+    [[nodiscard]] ItemState begin_first_item();
+    [[nodiscard]] ItemState begin_next_item();
+    [[nodiscard]] ItemState begin_in_next_line(bool comma_seen);
+    [[nodiscard]] ItemState end_list_at_slash();
+    [[nodiscard]] ItemState take_value();
     [[nodiscard]] bool take_repeat_count();
-    [[nodiscard]] Item take_delimited(char delimiter);
+    [[nodiscard]] ItemState take_delimited(char delimiter);
     int skip_blanks();
 
     [[nodiscard]] bool fail_value(const char *name, const char *expected);
     [[nodiscard]] bool fail_number(const char *name, const char *expected);
     [[nodiscard]] bool fail_field(std::string_view line, const LayoutField &column,
                                   const char *name, const char *expected);
-    Item fail_at_end();
+    ItemState fail_at_end();
     void fail(ReadFailureKind kind, FilePlace place, std::int64_t width, std::string_view found);
     void show_line(FilePlace place);
 

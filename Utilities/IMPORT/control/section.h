@@ -21,7 +21,15 @@ struct Section {
 inline constexpr std::size_t section_count = 11;
 
 /// Where a section stands in its family, from 1.
-enum class SectionNumber : std::int32_t { model_parameters = 1, segments };
+enum class SectionNumber : std::int32_t {
+    model_parameters = 1,
+    segments,
+    flow_paths,
+    flow_series,
+    exchanges,
+    boundary_conditions,
+    loads,
+};
 
 /// All sections of a file format, in the order in which they stand in the file.
 struct Family {

@@ -85,7 +85,7 @@ void send_segments(const SegmentTable &table) {
     send_segment_settings(table);
     std::int32_t number = 0;
     for (const Segment &segment : table.segments)
-        segment_commands.send_row(++number, segment);
+        segment_commands.send_row(segment, ++number);
     send<"PSEGMENTSREFRESH">();
 }
 

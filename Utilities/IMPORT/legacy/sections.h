@@ -9,5 +9,10 @@ namespace kova_import::legacy {
 
 void modelparam(ImportModule &module);
 void segments(ImportModule &module);
+void flowpath(ImportModule &module);
+void flows(ImportModule &module);
+void exchanges(ImportModule &module);
+void boundary(ImportModule &module);
+void loads(ImportModule &module);
 
 } // namespace kova_import::legacy

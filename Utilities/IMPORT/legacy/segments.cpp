@@ -62,7 +62,7 @@ void send_segments(const SegmentTable &table) {
     std::int32_t number = 0;
     for (const Segment &segment : table.segments) {
         console::write_line("Setting Segment Name: ", content_of(segment.name.view()));
-        segment_commands.send_row(++number, segment);
+        segment_commands.send_row(segment, ++number);
     }
     send<"PSEGMENTSREFRESH">();
 }

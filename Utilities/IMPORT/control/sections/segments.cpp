@@ -2,6 +2,7 @@
 
 #include "control/notices.h"
 #include "control/report.h"
+#include "control/sections/counts.h"
 
 #include <algorithm>
 #include <charconv>
@@ -40,9 +41,7 @@ void give_lost_name(const ImportModule &module, std::int32_t number, const Fixed
 
 void read_segment_settings(ImportModule &module, SegmentTable &table) {
     RecordReader &reader = module.reader;
-    reader.list("segment count", field("segment count", table.segment_count));
-    if (reader.ok())
-        module.shared.segment_count = table.segment_count;
+    table.segment_count = read_shared_count(reader, "segment count", module.shared.segment_count);
     reader.list("bed-volume option", field("bed-volume option", table.bed_volume_option));
     reader.list("bed time step", field("bed time step", table.bed_time_step));
     reader.list("volume factors", field("volume scale factor", table.volume_scale_factor),

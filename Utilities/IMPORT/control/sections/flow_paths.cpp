@@ -1,0 +1,97 @@
+#include "control/sections/flow_paths.h"
+
+#include "control/counting.h"
+#include "control/notices.h"
+#include "control/report.h"
+#include "control/sections/counts.h"
+#include "control/sections/fields.h"
+
+#include <tuple>
+
+namespace kova_import {
+
+namespace {
+
+constexpr auto flow_pair_members = std::tuple{
+    member("first segment", &FlowPair::first_segment),
+    member("second segment", &FlowPair::second_segment),
+    member("routing fraction", &FlowPair::routing_fraction),
+};
+
+constexpr RowCommands<RowCommand<"PJQ", &FlowPair::first_segment>,
+                      RowCommand<"PIQ", &FlowPair::second_segment>,
+                      RowCommand<"PBQ", &FlowPair::routing_fraction>>
+    flow_pair_commands;
+
+void read_flow_function(ImportModule &module, std::int32_t number, FlowPathTable &table) {
+    RecordReader &reader = module.reader;
+    FlowFunction function;
+    FixedText<80> line;
+    reader.fixed<"(A80)">("description of the flow function", field("description", line));
+    function.description = kept_description(module, line, number);
+    function.pair_count = read_count(reader, "pair count of the flow function");
+    if (reader.ok())
+        table.functions.push_back(function);
+    reader.for_each_record(function.pair_count, [&](std::int32_t) {
+        FlowPair pair;
+        reader.list("flow pair", fields_of(pair, flow_pair_members));
+        if (reader.ok())
+            table.pairs.push_back(pair);
+    });
+}
+
+void read_hydrodynamic_file(ImportModule &module, FlowPathTable &table) {
+    RecordReader &reader = module.reader;
+    reader.fixed<"(A512)">("hydrodynamic file", field("file name", table.hydrodynamic_file));
+    give_cut_file_name(module);
+}
+
+} // namespace
+
+void read_flow_fields(ImportModule &module, FlowPathTable &table) {
+    RecordReader &reader = module.reader;
+    module.inflow_count.clear();
+    table.field_count =
+        read_shared_count(reader, "flow-field count", module.shared.flow_field_count);
+    reader.for_each_record(table.field_count, [&](std::int32_t number) {
+        FixedText<80> caption;
+        reader.unguarded_fixed<"(A80)">("caption of the flow field", caption);
+        if (number == 1 && module.flow_option == hydrodynamic_linkage)
+            read_hydrodynamic_file(module, table);
+        const std::int32_t function_count = read_count(reader, "function count of the flow field");
+        if (reader.ok())
+            module.inflow_count.push_back(function_count);
+        reader.for_each_record(function_count, [&](std::int32_t function) {
+            read_flow_function(module, function, table);
+        });
+    });
+}
+
+void send_flow_paths(const ImportModule &module, const FlowPathTable &table) {
+    // Taken before the first command: the host may write the shared ones meanwhile.
+    const std::int32_t flow_option = module.flow_option;
+    const std::int32_t segment_count = module.shared.segment_count;
+    send_report_line("Importing Flow Path Information</span></li>");
+    for_each_number(segment_count,
+                    [&](std::int32_t segment) { send<"PFLOWTYPE">(segment, flow_option); });
+    send<"PNFIELD">(table.field_count);
+    RowWalk function_counts(module.inflow_count);
+    RowWalk functions(table.functions);
+    RowWalk pairs(table.pairs);
+    for_each_number(table.field_count, [&](std::int32_t number) {
+        if (number == 1 && flow_option == hydrodynamic_linkage)
+            send<"PHYDROFILE">(table.hydrodynamic_file);
+        const std::int32_t function_count = function_counts.next();
+        send<"PNINQ">(number, function_count);
+        for_each_number(function_count, [&](std::int32_t function_number) {
+            const FlowFunction &function = functions.next();
+            send<"PNOQS">(number, function_number, function.pair_count);
+            send<"PFLOWFUNCDESC">(number, function_number, function.description);
+            for_each_number(function.pair_count, [&](std::int32_t pair) {
+                flow_pair_commands.send_row(pairs.next(), number, function_number, pair);
+            });
+        });
+    });
+}
+
+} // namespace kova_import

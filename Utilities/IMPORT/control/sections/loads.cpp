@@ -1,0 +1,123 @@
+#include "control/sections/loads.h"
+
+#include "control/counting.h"
+#include "control/host_link.h"
+#include "control/notices.h"
+#include "control/report.h"
+#include "control/sections/counts.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace kova_import {
+
+namespace {
+
+constexpr SeriesStatements load_statements = {
+    .segment = "load segment",
+    .breakpoint_count = "breakpoint count of the load",
+    .breakpoint = "breakpoint of the load",
+};
+
+// Hosts know a load by its segment. Tells which segments have several loads of one system, of which
+// a host keeps the last.
+void give_doubled_segments(const ImportModule &module, const ChunkedList<SegmentSeries> &loads,
+                           std::size_t first) {
+    if (!module.reader.ok() || module.shared.transport_only != 0)
+        return;
+    std::vector<std::int32_t> segments;
+    segments.reserve(loads.size() - first);
+    for (std::size_t i = first; i < loads.size(); ++i)
+        segments.push_back(loads[i].segment);
+    std::sort(segments.begin(), segments.end());
+    auto place = segments.begin();
+    while ((place = std::adjacent_find(place, segments.end())) != segments.end()) {
+        const std::int32_t segment = *place;
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "The system has several loads on the segment; the host keeps the last one.",
+                    segment);
+        place = std::upper_bound(place, segments.end(), segment);
+    }
+}
+
+// A system without loads is shown to the host by a load that adds nothing.
+void send_placeholder(ImportModule &module, std::int32_t system) {
+    constexpr float none = 0;
+    constexpr std::int32_t first_segment = 1;
+    constexpr std::int32_t breakpoint_count = 2;
+    SendBuffers &buffers = module.send_buffers;
+    send<"PSCALW">(system, none);
+    send<"PCONVW">(system, none);
+    send<"PNBWK">(system, first_segment, breakpoint_count);
+    std::fill_n(buffers.values.begin(), breakpoint_count, none);
+    std::fill_n(buffers.times.begin(), breakpoint_count, none);
+    send<"PALLLOADFUNC">(system, first_segment, AsItStands{buffers.values},
+                         AsItStands{buffers.times});
+    give_reason_of_send(module, IMPORT_EXPORT_PLACEHOLDER,
+                        "The host gets a load of 0 on segment 1 for a system without loads.",
+                        system);
+}
+
+void send_load(SendBuffers &buffers, SystemSeriesWalk &walk, std::int32_t system) {
+    const SegmentSeries &load = walk.next_series();
+    send<"PNBWK">(system, load.segment, load.breakpoint_count);
+    walk.fill(buffers, load);
+    send<"PALLLOADFUNC">(system, load.segment, AsItStands{buffers.values},
+                         AsItStands{buffers.times});
+}
+
+} // namespace
+
+std::int32_t read_load_settings(ImportModule &module, LoadTable &table) {
+    RecordReader &reader = module.reader;
+    reader.list("load option", field("load option", table.load_option));
+    if (table.load_option > 0) {
+        reader.fixed<"(A512)">("non-point-source file",
+                               field("file name", table.non_point_source_file));
+        give_cut_file_name(module);
+    }
+    return read_shared_count(reader, "system count", module.shared.system_count);
+}
+
+void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table) {
+    RecordReader &reader = module.reader;
+    FixedText<80> heading;
+    reader.list("heading of the loads", field("heading", heading));
+    SystemSeries loads;
+    loads.series_count = read_count(reader, "load count");
+    if (loads.series_count > 0) {
+        float second_factor = 0;
+        reader.list("factors of the loads", field("first factor", loads.factor),
+                    field("second factor", second_factor));
+        give_unsent_factor(module, second_factor,
+                           "The second factor of the loads does not come across.", system);
+    }
+    if (reader.ok())
+        table.systems.push_back(loads);
+    const std::size_t first = table.series.size();
+    read_series_of_system(reader, load_statements, loads.series_count, table);
+    if (loads.series_count > 1)
+        give_doubled_segments(module, table.series, first);
+}
+
+void send_loads(ImportModule &module, const LoadTable &table, std::int32_t system_count) {
+    send_report_line("Importing Loading Information</span></li>");
+    send<"PLOPT">(table.load_option);
+    if (table.load_option > 0)
+        send<"PNPSFILE">(table.non_point_source_file);
+    SystemSeriesWalk walk(table.loads);
+    for_each_number(system_count, [&](std::int32_t system) {
+        const SystemSeries loads = walk.next_system();
+        if (loads.series_count < 1) {
+            send_placeholder(module, system);
+            return;
+        }
+        // Only these systems have a conversion factor; the others have two other factors.
+        send<"PCONVB">(system, loads.factor);
+        for_each_number(loads.series_count,
+                        [&](std::int32_t) { send_load(module.send_buffers, walk, system); });
+    });
+}
+
+} // namespace kova_import

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "control/import_module.h"
+#include "control/sections/system_series.h"
+
+#include <cstdint>
+
+namespace kova_import::legacy {
+
+/// The systems of the file that the host simulates, as they are when a section starts. The host
+/// numbers them in the order of the file, so that what is read of them one behind the other can be
+/// sent in that order.
+class SimulatedSystems {
+  public:
+    explicit SimulatedSystems(const ImportModule &module);
+
+    /// State variables of the host.
+    [[nodiscard]] std::int32_t count() const { return count_; }
+
+    /// Whether a state variable stands for `system`, a number of the file.
+    [[nodiscard]] bool has(std::int32_t system) const;
+
+    /// Reads the records of a system by `read`. Those of a system that the host simulates go into
+    /// `table`; others are checked like them and let go, for `reason_to_drop`.
+    void read_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table,
+                     void (*read)(ImportModule &, std::int32_t, SystemSeriesTable &),
+                     const char *reason_to_drop) const;
+
+  private:
+    std::int32_t count_;
+    std::array<std::int32_t, legacy_system_count> system_of_state_variable_;
+};
+
+} // namespace kova_import::legacy

@@ -1,0 +1,31 @@
+"""Records of a current-format (version 8) file, made at random: the opening block and the segments."""
+
+from generate_records import (Record, caption_record, date_and_option_records, fixed_real, header_record, random_name,
+                              real_record, segment_opening, title_record)
+
+
+def current_records(rng, segment_count):
+    system_count = rng.choice((0, 1, 2, 3, 6))
+    records = [header_record(rng, rng.choice((3, 3, 8, 99))), title_record(rng, "title")]
+    records += date_and_option_records(rng, system_count)
+    records.append(real_record(rng, "output_interval", 1))
+    records += [Record("system_name", "fixed", [b"%-5.5s     %s" % (rng.choice((b"NH-34", b"DO", b"", b"CBODU1")),
+                                                                    random_name(rng))])
+                for _ in range(system_count)]
+    records.append(title_record(rng, "segment_title"))
+    return records + segment_opening(rng, segment_count) + current_segments(rng, segment_count)
+
+
+def current_segments(rng, segment_count):
+    names = [Record("segment_name", "fixed",
+                    [b"%5d%5s%s" % (index, rng.choice((b"", b"abcde", b"1")), random_name(rng))])
+             for index in range(1, segment_count + 1)]
+    geometry = [Record("geometry", "fixed", [geometry_columns(rng, index)]) for index in range(1, segment_count + 1)]
+    return names + [caption_record(rng, "geometry_caption")] + geometry
+
+
+def geometry_columns(rng, index):
+    """Columns of width 5 and 15; a number without a point has five implied decimals."""
+    columns = b"".join(b"%5d" % value for value in (index, rng.randint(0, 9), rng.randint(1, 4), rng.randint(0, 4)))
+    reals = [fixed_real(rng, 15, 5) for _ in range(rng.choice((16, 16, 16, 16, 10, 3)))]
+    return columns + b"".join(reals)

@@ -1,0 +1,70 @@
+"""Small files for the unit tests, section by section and line by line, and what to look for in a log."""
+
+LEGACY_OPENING = (b"   11      2\n", b"3 15 1998 6 30 0\n", b"6*0\n", b"365.25\n", b"10\n", b"0\n", b"1\n", b"0\n",
+                  b"2\n",
+                  b"3\n", b"9\n", b"0.9\n", b"0.001 0.5\n", b"2\n", b"0 1\n", b"10 .25\n", b"7*1 0 1 0\n", b"1\n",
+                  b"scratch\n", b"0\n")
+LEGACY_SEGMENTS = (b"2\n", b"1\n", b"0.5\n", b"1 2\n", b"Names\n", b"1 'Upper Pool'\n", b"2 Lower Pool\n",
+                   b"Geometry\n",
+                   b"1 2 3 100. .1 .2 .3 .4 1000 .01 50 .02 .001\n", b"2 0 4 10*1.5\n")
+# Flow paths, flow time series, exchanges, boundary conditions and loads without any content.
+LEGACY_REST = (b"0\n", b"0\n", b"0\n", b"0\n", b"0\n", b"0\n", b"0\n")
+CURRENT_OPENING = (b"    8      3\n", b"'A title'\n", b"3 15 1998 6 30 0\n", b"6*0\n", b"365.25\n", b"2\n", b"0\n",
+                   b"1\n",
+                   b"0\n", b"2\n", b"3\n", b"9\n", b"0.9\n", b"0.001 0.5\n", b"0.25\n", b"NH-34     Ammonia\n", b"DO\n")
+CURRENT_SEGMENTS = (b"Segments\n", b"1\n", b"0\n", b"1\n", b"1 1\n", b"Names\n", b"    1     Upper Pool\n",
+                    b"Geometry\n",
+                    b"    1    0    2    3" + b"".join(b"%15d" % (100000 * value) for value in range(1, 17)) + b"\n")
+PERCENTAGES = ["int %d" % value for value in (0, 5, 10, 20, 30, 40, 50, 60, 70, 80, 85, 100)]
+
+
+def arguments_of(result, keyword):
+    """The arguments of every command of a keyword, as they stand in the log."""
+    found = []
+    for line in result.log_lines:
+        head, _, arguments = line.partition("] ")
+        if head.rstrip("]").split(" ")[1].split("[")[0] == keyword:
+            found.append(arguments)
+    return found
+
+
+def replaced(lines, index, line):
+    return b"".join(lines[:index] + (line,) + lines[index + 1:])
+
+
+EMPTY_SECTIONS = {"flowpath": b"0\n0\n", "flows": b"0\n", "exchanges": b"0\n", "boundary": b"0\n",
+                  "loads": b"0\n0\n"}
+SECTION_START = {"flowpath": 10, "flows": 20, "exchanges": 30, "boundary": 40, "loads": 50,
+                 "timefunctions": 60}
+
+
+def legacy_file(opening=LEGACY_OPENING, **sections):
+    """Two segments, systems 8 and 10 as state variables 1 and 2; a section that is not given is empty.
+
+    The flow paths start in line 31, where the line counter is 32.
+    """
+    return b"".join(opening + LEGACY_SEGMENTS) + b"".join({**EMPTY_SECTIONS, **sections}.values())
+
+
+def commands_of(result, section):
+    """The commands of a section, each without its entry point and the length of its keyword."""
+    names = list(SECTION_START)
+    start = result.log_lines.index("1 PPROGRESS[10] int %d" % SECTION_START[section])
+    end = result.log_lines.index("1 PPROGRESS[10] int %d" % SECTION_START[names[names.index(section) + 1]])
+    return [short(line) for line in result.log_lines[start + 1:end]]
+
+
+def short(line):
+    head, _, arguments = line.partition("]")
+    return head[2:].partition("[")[0] + arguments
+
+
+def notice(message, length):
+    """What `commands_of` gives for a line of the information pane."""
+    return ['PINFOHTML text[51] "<li><span style=\\"font-weight: bold; color: blue;\\">\\0"',
+            f'PINFOHTML text[{length}] "{message}</span></li>\\0"']
+
+
+def opening_with_flags(bypassed):
+    """The opening block with that text for its bypass flags."""
+    return LEGACY_OPENING[:16] + (bypassed + b"\n",) + LEGACY_OPENING[17:]
