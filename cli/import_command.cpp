@@ -42,7 +42,8 @@ ImportRequest request_of(const ImportOptions &options, ProgressDisplay &progress
     return request;
 }
 
-void show(const ImportOutcome &outcome, const ImportOptions &options, const Screen &screen) {
+void show(const ImportOutcome &outcome, const kova_host::Model &model, const ImportOptions &options,
+          const Screen &screen) {
     std::string messages;
     for (const std::string &line : outcome.console)
         messages += "library: " + printable(line) + '\n';
@@ -52,7 +53,7 @@ void show(const ImportOutcome &outcome, const ImportOptions &options, const Scre
                                            .all_places = false});
     write_message(messages);
     if (options.json)
-        write_result(import_json(outcome));
+        write_result(import_json(outcome, options.data ? &model : nullptr));
     else if (!options.quiet)
         write_result(summary_text(outcome, screen_of(stdout).colour));
 }
@@ -94,7 +95,7 @@ int run_import_command(const ImportOptions &options, const UtilityLibrary &libra
         write_message("kova-import: error: a question got no answer; nothing was imported\n");
         return exit_status_of(outcome.verdict);
     }
-    show(outcome, options, screen);
+    show(outcome, session.model(), options, screen);
     if (log)
         log->finish();
     if (!options.report.empty()) {

@@ -6,7 +6,10 @@
 namespace kova_command {
 
 void add_notice(ImportOutcome &outcome, Notice notice) {
-    ++outcome.notice_counts[kind_row(notice.kind)];
+    const std::size_t row = kind_row(notice.kind);
+    ++outcome.notice_counts[row];
+    if (notice.section >= 1 && notice.section <= static_cast<std::int32_t>(section_count))
+        ++outcome.section_notice_counts[static_cast<std::size_t>(notice.section - 1)][row];
     // What says how the import went is kept whatever stands before it; there is little of it.
     const bool says_how_it_went =
         notice.level() == Level::error || notice.kind == IMPORT_EXPORT_SECTION_SKIPPED;

@@ -70,8 +70,10 @@ struct ImportOutcome {
 
     std::vector<SectionOutcome> sections; ///< all eleven, in order
     std::vector<Notice> notices;          ///< in order of arrival, up to `most_notices`
-    std::array<std::int64_t, notice_kind_count> notice_counts{}; ///< of all, by row of kind
-    std::vector<std::string> internal_errors;                    ///< one sentence each
+    NoticeCounts notice_counts{};         ///< of all
+    /// Of each section; those that belong to no section are in none.
+    std::array<NoticeCounts, section_count> section_notice_counts{};
+    std::vector<std::string> internal_errors; ///< one sentence each
 
     std::vector<PaneFragment> information_pane;
     std::vector<std::string> console; ///< lines that the utility printed, where they were asked for

@@ -119,7 +119,7 @@ void describe_sections(ImportOutcome &outcome, const kova_host::Model &model, st
         const SectionDescription &description = section_descriptions()[i];
         SectionOutcome section{description.name, status_of(outcome, i, reached), {}};
         if (section.status == SectionStatus::imported)
-            section.facts = description.facts(model);
+            section.facts = description.facts(model, outcome.section_notice_counts[i]);
         outcome.sections.push_back(std::move(section));
     }
 }

@@ -39,6 +39,9 @@ class ImportSession {
     /// utility.
     [[nodiscard]] ImportOutcome run(const ImportRequest &request);
 
+    /// What the host holds of the last import, until the next.
+    [[nodiscard]] const kova_host::Model &model() const { return host_.model(); }
+
   private:
     const UtilityLibrary &library_;
     kova_host::ReferenceHost host_;

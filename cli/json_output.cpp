@@ -1,20 +1,16 @@
 #include "cli/json_output.h"
 
+#include "cli/model_json.h"
 #include "cli/summary.h"
 #include "cli/text.h"
 
 #include <algorithm>
-#include <cmath>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
 
 namespace kova_command {
 
 namespace {
-
-// Members in the order in which people read them.
-using Json = nlohmann::ordered_json;
 
 constexpr int schema = 1;
 
@@ -68,17 +64,14 @@ Json sections_of(const ImportOutcome &outcome) {
         json["name"] = section.name;
         json["status"] = id_of(section.status);
         Json brought = Json::object();
+        Json remarks = Json::object();
         for (const Fact &fact : section.facts)
-            brought[std::string(fact.plural)] = fact.count;
+            (fact.is_remark() ? remarks : brought)[std::string(fact.id)] = fact.count;
         json["brought"] = std::move(brought);
+        json["remarks"] = std::move(remarks);
         list.push_back(std::move(json));
     }
     return list;
-}
-
-/// A single-precision number with the digits that people write for it.
-Json json_of(float number) {
-    return std::isfinite(number) ? Json(std::stod(decimal(number))) : Json();
 }
 
 Json model_of(const ImportOutcome &outcome) {
@@ -106,7 +99,7 @@ Json period_of(const ImportOutcome &outcome) {
     const std::optional<std::string> start = start_text(outcome.settings);
     Json json;
     json["start"] = start ? Json(*start) : Json();
-    json["days"] = json_of(outcome.settings.simulation_length);
+    json["days"] = number_json(outcome.settings.simulation_length);
     json["text"] = period_text(outcome.settings);
     return json;
 }
@@ -192,10 +185,12 @@ std::string without_controls(const std::string &json) {
     return text;
 }
 
-std::string import_json(const ImportOutcome &outcome) {
+std::string import_json(const ImportOutcome &outcome, const kova_host::Model *model) {
     Json json = head();
     json["exit_status"] = exit_status_of(outcome.verdict);
     json.update(json_of(outcome));
+    if (model != nullptr)
+        json["data"] = data_json(outcome, *model);
     return document_of(json);
 }
 

@@ -33,9 +33,12 @@ struct NoticeKind {
     std::string_view plural;   ///< "texts cut"
 };
 
-inline constexpr std::size_t notice_kind_count = 13;
+inline constexpr std::size_t notice_kind_count = 14;
 /// All kinds; the last stands for those of a later library that this command does not know.
 [[nodiscard]] const std::array<NoticeKind, notice_kind_count> &notice_kinds();
+
+/// How many notices of each kind there are, by row of `notice_kinds`.
+using NoticeCounts = std::array<std::int64_t, notice_kind_count>;
 
 /// Row of a kind in `notice_kinds`.
 [[nodiscard]] std::size_t kind_row(std::int32_t number);

@@ -143,7 +143,10 @@ void Parser::add_import() {
     command.add_option("--log", import_.log, "Write every host command to LOG")->type_name("LOG");
     command.add_option("--report", import_.report, "Write a report of the import to HTML, a page")
         ->type_name("HTML");
-    command.add_flag("--json", import_.json, "Write the result to standard output as JSON");
+    CLI::Option *const json =
+        command.add_flag("--json", import_.json, "Write the result to standard output as JSON");
+    command.add_flag("--data", import_.data, "With --json: and all data of the sections")
+        ->needs(json);
     CLI::Option *const verbose = command.add_flag("-v,--verbose", import_.verbose,
                                                   "Show every notice and the library's own lines");
     command.add_flag("-q,--quiet", import_.quiet, "Show errors, warnings and notes only")

@@ -16,6 +16,7 @@ struct ImportOptions {
     bool index_segment_names = true;
     bool ask = false;
     bool json = false;
+    bool data = false; ///< in the JSON, too
     bool verbose = false;
     bool quiet = false;
     std::string log;    ///< file of the command log; empty for none

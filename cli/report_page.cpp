@@ -7,6 +7,7 @@
 #include "cli/summary.h"
 #include "cli/text.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace kova_command {
@@ -120,9 +121,14 @@ std::string summary_section(const ImportOutcome &outcome) {
     return section("summary", "Summary", element("dl", '\n' + list));
 }
 
-std::string badge_of(SectionStatus status) {
-    switch (status) {
+std::string badge_of(const SectionOutcome &section) {
+    const auto is_loss = [](const Fact &fact) {
+        return fact.kind == FactKind::lost && fact.count > 0;
+    };
+    switch (section.status) {
     case SectionStatus::imported:
+        if (std::any_of(section.facts.begin(), section.facts.end(), is_loss))
+            return badge(warning_mark, "Imported in part");
         return badge(good_mark, "Imported");
     case SectionStatus::left_out:
         return badge(quiet_mark, "Left out");
@@ -143,13 +149,15 @@ std::string sections_section(const ImportOutcome &outcome) {
         rows += element("tr", element("td class=\"number\"", std::to_string(++number)) +
                                   element("th scope=\"row\"",
                                           html_of(capitalised(std::string(each.name)))) +
-                                  element("td", badge_of(each.status)) +
-                                  element("td", html_of(capitalised(section_text(each))))) +
+                                  element("td", badge_of(each)) +
+                                  element("td", html_of(capitalised(brought_text(each)))) +
+                                  element("td", html_of(capitalised(remarks_text(each))))) +
                 '\n';
     const std::string columns = element("th scope=\"col\" class=\"number\"", "No.") +
                                 element("th scope=\"col\"", "Section") +
                                 element("th scope=\"col\"", "Result") +
-                                element("th scope=\"col\"", "What it brought");
+                                element("th scope=\"col\"", "What it brought") +
+                                element("th scope=\"col\"", "Dropped or changed");
     return section(
         "sections", "Sections of the file",
         element("div class=\"scroll\" tabindex=\"0\" role=\"group\" aria-label=\"Sections\"",

@@ -74,6 +74,10 @@ std::string options_text(const ImportOutcome &outcome) {
                                         : ", segment names as they are");
 }
 
+void append_fact(std::string &text, const Fact &fact) {
+    text += (text.empty() ? "" : ", ") + counted(fact.count, fact.singular, fact.plural);
+}
+
 Ink ink_of(const ImportOutcome &outcome) {
     if (is_whole(outcome))
         return Ink::help;
@@ -133,7 +137,7 @@ std::string verdict_text(const ImportOutcome &outcome) {
     return "internal error";
 }
 
-std::string section_text(const SectionOutcome &section) {
+std::string brought_text(const SectionOutcome &section) {
     switch (section.status) {
     case SectionStatus::imported:
         break;
@@ -148,8 +152,22 @@ std::string section_text(const SectionOutcome &section) {
     }
     std::string text;
     for (const Fact &fact : section.facts)
-        text += (text.empty() ? "" : ", ") + counted(fact.count, fact.singular, fact.plural);
+        if (!fact.is_remark())
+            append_fact(text, fact);
     return text;
+}
+
+std::string remarks_text(const SectionOutcome &section) {
+    std::string text;
+    for (const Fact &fact : section.facts)
+        if (fact.is_remark() && fact.count > 0)
+            append_fact(text, fact);
+    return text;
+}
+
+std::string section_text(const SectionOutcome &section) {
+    const std::string remarks = remarks_text(section);
+    return brought_text(section) + (remarks.empty() ? "" : ", ") + remarks;
 }
 
 std::string notices_text(const ImportOutcome &outcome) {

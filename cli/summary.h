@@ -19,7 +19,14 @@ namespace kova_command {
 /// "imported", "imported in part", ... for people.
 [[nodiscard]] std::string verdict_text(const ImportOutcome &outcome);
 
-/// What a section brought, or why it brought nothing.
+/// What came across with a section, or why nothing did, without the remarks.
+[[nodiscard]] std::string brought_text(const SectionOutcome &section);
+
+/// What did not come across, or not as the file has it: "2 systems dropped"; empty when there is
+/// nothing to say.
+[[nodiscard]] std::string remarks_text(const SectionOutcome &section);
+
+/// What a section brought and the remarks, or why it brought nothing.
 [[nodiscard]] std::string section_text(const SectionOutcome &section);
 
 /// "1 read failure, 2 texts cut", or "none".

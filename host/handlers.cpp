@@ -78,8 +78,24 @@ void announce_series(HostState &host, const ReceivedCommand &command) {
     set<find, count>(host, command);
 }
 
-/// Takes the announced entries of the send buffers: values first, then times.
-template <auto find, auto series>
+/// Sets the breakpoint count of a load; a load that was announced before is replaced by this one.
+void announce_load(HostState &host, const ReceivedCommand &command) {
+    announce_series<&ModelStore::load, &Load::breakpoint_count>(host, command);
+    if (Load *load = record_of<&ModelStore::load>(host, command))
+        ++load->times_announced;
+}
+
+/// Sets a factor that only a system without loads has.
+template <auto member>
+void set_no_load_factor(HostState &host, const ReceivedCommand &command) {
+    set<&ModelStore::system, member>(host, command);
+    if (System *system = record_of<&ModelStore::system>(host, command))
+        system->has_no_load_factors = true;
+}
+
+/// Takes the entries of the send buffers that were announced for this record, whatever was
+/// announced for others since: values first, then times.
+template <auto find, auto count, auto series>
 void take_series(HostState &host, const ReceivedCommand &command) {
     auto *record = record_of<find>(host, command);
     if (record == nullptr)
@@ -87,9 +103,9 @@ void take_series(HostState &host, const ReceivedCommand &command) {
     const auto *values = static_cast<const char *>(command.arguments[number_count(find)]);
     const auto *times = static_cast<const char *>(command.arguments[number_count(find) + 1]);
     const auto most = static_cast<std::int32_t>(send_buffer_size);
-    const auto count = static_cast<std::size_t>(std::clamp(host.received.announced, 0, most));
-    (record->*series).resize(count);
-    for (std::size_t row = 0; row < count; ++row) {
+    const auto size = static_cast<std::size_t>(std::clamp(record->*count, 0, most));
+    (record->*series).resize(size);
+    for (std::size_t row = 0; row < size; ++row) {
         Breakpoint &breakpoint = (record->*series)[row];
         std::memcpy(&breakpoint.value, values + row * sizeof(float), sizeof(float));
         std::memcpy(&breakpoint.time, times + row * sizeof(float), sizeof(float));
@@ -119,8 +135,8 @@ constexpr std::array rows = {
     Row{"GWEIRTYPE", set<&Store::segment, &Segment::weir_type>},
     Row{"PADDCONST", add<&Store::constant>},
     Row{"PADDPARAM", add<&Store::segment_parameter>},
-    Row{"PALLBOUNDFUNC", take_series<&Store::boundary, &Boundary::series>},
-    Row{"PALLLOADFUNC", take_series<&Store::load, &Load::series>},
+    Row{"PALLBOUNDFUNC", take_series<&Store::boundary, &Boundary::breakpoint_count, &Boundary::series>},
+    Row{"PALLLOADFUNC", take_series<&Store::load, &Load::breakpoint_count, &Load::series>},
     Row{"PBEDDT", set<&Store::settings, &Settings::bed_volume_time_step>},
     Row{"PBEDOPT", set<&Store::settings, &Settings::bed_volume_option>},
     Row{"PBOTSEG", set<&Store::segment, &Segment::bottom_segment>},
@@ -137,7 +153,7 @@ constexpr std::array rows = {
     Row{"PCONVQ", set<&Store::flow_field, &FlowField::conversion_factor>},
     Row{"PCONVR", set<&Store::exchange_field, &ExchangeField::conversion_factor>},
     Row{"PCONVV", set<&Store::settings, &Settings::volume_conversion_factor>},
-    Row{"PCONVW", set<&Store::system, &System::no_load_conversion_factor>},
+    Row{"PCONVW", set_no_load_factor<&System::no_load_conversion_factor>},
     Row{"PDENSITY", set<&Store::system, &System::density>},
     Row{"PDEXP", set<&Store::segment, &Segment::depth_exponent>},
     Row{"PDIALOG", ask_dialog},
@@ -176,7 +192,7 @@ constexpr std::array rows = {
     Row{"PNBFP", announce_series<&Store::boundary, &Boundary::breakpoint_count>},
     Row{"PNBRKQ", announce<&Store::flow_function, &FlowFunction::breakpoint_count, &FlowFunction::breakpoints>},
     Row{"PNBRKTF", announce<&Store::time_function_series, &TimeFunctionSeries::breakpoint_count, &TimeFunctionSeries::breakpoints>},
-    Row{"PNBWK", announce_series<&Store::load, &Load::breakpoint_count>},
+    Row{"PNBWK", announce_load},
     Row{"PNEGSLN", set<&Store::settings, &Settings::negative_solution_option>},
     Row{"PNFIELD", announce<&Store::whole, &Model::flow_field_count, &Model::flow_fields>},
     Row{"PNINQ", announce<&Store::flow_field, &FlowField::function_count, &FlowField::functions>},
@@ -198,7 +214,7 @@ constexpr std::array rows = {
     Row{"PSCALEQ", set<&Store::flow_field, &FlowField::scale_factor>},
     Row{"PSCALER", set<&Store::exchange_field, &ExchangeField::scale_factor>},
     Row{"PSCALV", set<&Store::settings, &Settings::volume_scale_factor>},
-    Row{"PSCALW", set<&Store::system, &System::no_load_scale_factor>},
+    Row{"PSCALW", set_no_load_factor<&System::no_load_scale_factor>},
     Row{"PSEEDDATE", set<&Store::start_date, &Date::month, &Date::day, &Date::year>},
     Row{"PSEEDTIME", set<&Store::start_time, &TimeOfDay::hour, &TimeOfDay::minute, &TimeOfDay::second>},
     Row{"PSEGLENGTH", set<&Store::segment, &Segment::length>},

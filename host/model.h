@@ -84,10 +84,12 @@ struct Boundary {
     std::vector<Breakpoint> series;
 };
 
-/// The load of a system into a segment; a second load into the same segment replaces the first.
+/// The load of a system into a segment. No command tells two loads of a system into one segment
+/// apart, so a later one takes the place of an earlier one.
 struct Load {
     std::int32_t segment = 0;
     std::int32_t breakpoint_count = 0;
+    std::int64_t times_announced = 0; ///< all but the last were replaced
     std::vector<Breakpoint> series;
 };
 
@@ -103,6 +105,7 @@ struct System {
     float boundary_scale_factor = 0;
     std::vector<Boundary> boundaries;
     float load_conversion_factor = 0;
+    bool has_no_load_factors = false;    ///< at least one of the two below was set
     float no_load_scale_factor = 0;      ///< of a system without loads
     float no_load_conversion_factor = 0; ///< of a system without loads
     std::vector<Load> loads;             ///< in order of arrival
@@ -215,5 +218,19 @@ struct Model {
     std::vector<Constant> constants;
     RefreshCounts refreshes;
 };
+
+/// Whether a load of a system stands for "none" and is no datum of a file: a system without loads
+/// gets the factors that only such a system has, and a load of 0 on segment 1 with two breakpoints.
+/// A load of the file may look the same, but then its system has no such factors.
+[[nodiscard]] inline bool is_placeholder(const System &system, const Load &load) {
+    const auto is_zero = [](const Breakpoint &each) { return each.time == 0 && each.value == 0; };
+    return system.has_no_load_factors && load.segment == 1 && load.breakpoint_count == 2 &&
+           load.series.size() == 2 && is_zero(load.series[0]) && is_zero(load.series[1]);
+}
+
+/// How many loads of a system into one segment a later one has replaced.
+[[nodiscard]] inline std::int64_t replaced_count(const Load &load) {
+    return load.times_announced > 1 ? load.times_announced - 1 : 0;
+}
 
 } // namespace kova_host

@@ -395,6 +395,20 @@ class Json(CommandTest):
         self.assertEqual(document["errors"], [])
         self.assertEqual(document["internal_errors"], [])
 
+    def test_data_of_imported_sections(self):
+        for arguments in ([LEGACY], [CURRENT], ["--scope=transport", LEGACY],
+                          [self.changed(27, b"1 2x")]):
+            document = self.document("--data", *arguments)
+            statuses = {section["name"].replace(" ", "_"): section["status"]
+                        for section in document["summary"]["sections"]}
+            self.assertEqual(list(document["data"]), ["flow_paths", "flow_time_series", "exchanges",
+                                                      "boundary_conditions", "loads"])
+            for name, data in document["data"].items():
+                self.assertEqual(data is not None, statuses[name] == "imported", name)
+            for section in document["summary"]["sections"]:
+                self.assertEqual(set(section), {"name", "status", "brought", "remarks"})
+        self.assertNotIn("data", self.document(LEGACY))
+
     def test_read_error(self):
         document = self.document(self.changed(27, b"1 2x\xe9"))
         self.assertEqual(document["result"], "stopped")

@@ -37,6 +37,9 @@ TEST(Options, AreFoundWhereverTheyStand) {
     EXPECT_TRUE(import_of({"--scope=all", "--scope", "transport", "river.inp"}).transport_only);
     EXPECT_TRUE(import_of({"-q", "river.inp"}).quiet);
     EXPECT_TRUE(import_of({"river.inp", "-v", "--json"}).verbose);
+    EXPECT_TRUE(import_of({"river.inp", "--json", "--data"}).data);
+    EXPECT_FALSE(import_of({"river.inp", "--json"}).data);
+    EXPECT_NE(error_of({"river.inp", "--data"}).find("--json"), std::string::npos);
 }
 
 TEST(Options, TakeAnyFileName) {

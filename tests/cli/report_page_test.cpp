@@ -75,6 +75,48 @@ TEST(Report, GroupsRepeatsAndCountsWhatItLeavesOut) {
     EXPECT_LT(notices.find("other"), notices.find("same"));
 }
 
+TEST(Report, NamesWhatTheRepeatsAreAbout) {
+    const auto dropped = [](std::int64_t number, std::int64_t line) {
+        Notice notice = notice_of(IMPORT_EXPORT_CONDITION_UNMET, 7, "Not simulated.", line);
+        notice.number = number;
+        return notice;
+    };
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    for (const std::int64_t number : {5, 7, 9})
+        add_notice(outcome, dropped(number, 0));
+    EXPECT_TRUE(has(notices_html(outcome), "not simulated (number 5)"));
+    EXPECT_TRUE(has(notices_html(outcome), "<p>And 2 more like it, numbers 7 and 9.</p>"));
+    outcome.notices.pop_back();
+    EXPECT_TRUE(has(notices_html(outcome), "<p>And 1 more like it, number 7.</p>"));
+    outcome.notices.clear();
+    add_notice(outcome, dropped(5, 40));
+    add_notice(outcome, dropped(7, 50));
+    EXPECT_TRUE(has(notices_html(outcome), "<td>number 7</td>"));
+}
+
+TEST(Report, ShowsWhatDidNotComeAcross) {
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    Notice notice = notice_of(IMPORT_EXPORT_CONDITION_UNMET, 6, "Not simulated.");
+    add_notice(outcome, notice);
+    add_notice(outcome, notice);
+    describe(outcome, small_model());
+    const std::string page = report_page(outcome);
+    const auto row_of = [&](const std::string &name) {
+        const std::size_t start = page.find("<th scope=\"row\">" + name);
+        return page.substr(start, page.find("</tr>", start) - start);
+    };
+    const std::string boundaries = row_of("Boundary conditions");
+    EXPECT_TRUE(has(boundaries, "Imported in part"));
+    EXPECT_TRUE(has(boundaries, "<td>2 boundaries, 3 breakpoints</td><td>2 systems dropped</td>"));
+    const std::string loads = row_of("Loads");
+    EXPECT_TRUE(has(loads, "Imported in part"));
+    EXPECT_TRUE(has(loads, "<td>1 load, 3 breakpoints</td><td>1 placeholder, "
+                           "2 loads replaced by later ones</td>"));
+    const std::string paths = row_of("Flow paths");
+    EXPECT_FALSE(has(paths, "in part"));
+    EXPECT_TRUE(has(paths, "<td>2 fields, 1 function, 2 pairs</td><td></td>"));
+}
+
 TEST(Report, TextsOfTheFileAreText) {
     ImportOutcome outcome = outcome_with(Verdict::imported);
     outcome.path = "dir/<img src=x onerror=f()>\x1B.inp";

@@ -42,6 +42,20 @@ TEST(Summary, TellsWhatEachSectionBrought) {
     EXPECT_EQ(section_text({"x", SectionStatus::not_reached, {}}), "not reached");
 }
 
+TEST(Summary, TellsRemarksOnlyWhenThereAreAny) {
+    SectionOutcome section{"x",
+                           SectionStatus::imported,
+                           {{2, "load", "loads"},
+                            {0, "placeholder", "placeholders", FactKind::changed},
+                            {1, "system dropped", "systems dropped", FactKind::lost, "dropped"}}};
+    EXPECT_EQ(brought_text(section), "2 loads");
+    EXPECT_EQ(remarks_text(section), "1 system dropped");
+    EXPECT_EQ(section_text(section), "2 loads, 1 system dropped");
+    section.facts[2].count = 0;
+    EXPECT_EQ(remarks_text(section), "");
+    EXPECT_EQ(section_text(section), "2 loads");
+}
+
 TEST(Summary, CountsEveryKindOfNotice) {
     for (const NoticeKind &kind : notice_kinds()) {
         ImportOutcome outcome = outcome_with(Verdict::imported);
@@ -73,26 +87,6 @@ TEST(Summary, HasALineForEverySection) {
     const std::string text = summary_text(outcome, false);
     for (const SectionDescription &section : section_descriptions())
         EXPECT_NE(text.find("    " + std::string(section.name)), std::string::npos);
-}
-
-TEST(SectionOverview, CountsWhatTheHostHolds) {
-    kova_host::Model model;
-    model.systems.resize(2);
-    model.systems[0].boundaries.resize(3);
-    model.systems[1].boundaries.resize(1);
-    model.systems[1].boundaries[0].series.resize(5);
-    model.flow_fields.resize(1);
-    model.flow_fields[0].functions.resize(2);
-    model.flow_fields[0].functions[1].pairs.resize(4);
-    model.flow_fields[0].functions[1].breakpoints.resize(7);
-    const auto text_of = [&](std::size_t section) {
-        return section_text(
-            {"", SectionStatus::imported, section_descriptions()[section].facts(model)});
-    };
-    EXPECT_EQ(text_of(0), "2 systems");
-    EXPECT_EQ(text_of(2), "1 field, 2 functions, 4 paths");
-    EXPECT_EQ(text_of(3), "7 breakpoints");
-    EXPECT_EQ(text_of(5), "4 boundaries, 5 breakpoints");
 }
 
 TEST(ExitStatus, TellsHowTheImportEnded) {

@@ -35,7 +35,9 @@ std::size_t import_cut(const std::string &text, const Lengths &lengths, bool rep
             continue;
         }
         EXPECT_EQ(failures.size(), 1U) << context;
-        expect_stopped(complete, run, failures[0].section, reports_to_pane, context);
+        expect_stopped(complete.log, run.log, failures[0].section, reports_to_pane, context);
+        EXPECT_TRUE(run.console.back().starts_with("Error Reading Import File at Line: "))
+            << context;
     }
     return complete_count;
 }

@@ -174,7 +174,7 @@ void expect_place(const ImportRun &complete, const Records &records, std::size_t
     EXPECT_LE(notice.line_text_column, notice.column) << context;
     EXPECT_EQ(IMPORT_EXPORT.import_error, notice.section == 0 ? 0 : 1) << context;
     if (position != 0) {
-        expect_stopped(complete, run, notice.section, current, context);
+        expect_stopped(complete.log, run.log, notice.section, current, context);
         EXPECT_EQ(run.console.back(),
                   "Error Reading Import File at Line: " + std::to_string(position + 2))
             << context;

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <vector>
+#include <string_view>
 
 namespace kova_test {
 
@@ -67,24 +67,22 @@ void expect_same(const Lines &expected, const Lines &actual) {
 
 } // namespace
 
-void expect_stopped(const ImportRun &complete, const ImportRun &stopped, int section,
-                    bool reports_to_pane, const std::string &context) {
+void expect_stopped(const Lines &complete, const Lines &stopped, int section, bool reports_to_pane,
+                    const std::string &context) {
     SCOPED_TRACE(context);
     ASSERT_GE(section, 1);
     const auto number = static_cast<std::size_t>(section);
-    const Lines end = end_behind(complete.log, number);
+    const Lines end = end_behind(complete, number);
     const Lines report = reports_to_pane ? Lines{"GSPRINTFI", "PINFOHTML", "PINFOHTML"} : Lines{};
-    const std::size_t start = start_of(complete.log, number);
-    ASSERT_GE(stopped.log.size(), start + report.size() + end.size());
-    const std::size_t sent = stopped.log.size() - end.size() - report.size();
-    expect_same(part(complete.log, 0, std::min(sent, complete.log.size())),
-                part(stopped.log, 0, sent));
+    const std::size_t start = start_of(complete, number);
+    ASSERT_GE(stopped.size(), start + report.size() + end.size());
+    const std::size_t sent = stopped.size() - end.size() - report.size();
+    expect_same(part(complete, 0, std::min(sent, complete.size())), part(stopped, 0, sent));
     for (std::size_t i = start; i < sent; ++i)
-        EXPECT_TRUE(may_come_while_reading(keyword_of(stopped.log[i]), number)) << stopped.log[i];
+        EXPECT_TRUE(may_come_while_reading(keyword_of(stopped[i]), number)) << stopped[i];
     for (std::size_t i = 0; i < report.size(); ++i)
-        EXPECT_EQ(keyword_of(stopped.log[sent + i]), report[i]);
-    expect_same(end, part(stopped.log, sent + report.size(), stopped.log.size()));
-    EXPECT_TRUE(stopped.console.back().starts_with("Error Reading Import File at Line: "));
+        EXPECT_EQ(keyword_of(stopped[sent + i]), report[i]);
+    expect_same(end, part(stopped, sent + report.size(), stopped.size()));
 }
 
 } // namespace kova_test

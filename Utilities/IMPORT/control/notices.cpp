@@ -127,27 +127,28 @@ void give_cut_file_name(const ImportModule &module) {
 
 void give_reason_of_send(const ImportModule &module, import_export_notice_kind kind,
                          const char *reason, std::int64_t number) {
-    import_export_notice notice = start_notice(module, kind);
-    notice.statement = "";
-    notice.statement_number = 0;
-    notice.reason = reason;
-    notice.number = number;
-    give(module, notice);
+    give_reason_at(module, {}, kind, reason, number);
 }
 
-void give_reason_at(const ImportModule &module, std::int64_t line, import_export_notice_kind kind,
+void give_reason_at(const ImportModule &module, RecordPlace place, import_export_notice_kind kind,
                     const char *reason, std::int64_t number) {
     import_export_notice notice = start_notice(module, kind);
+    notice.statement = place.statement;
+    notice.statement_number = 0;
+    notice.line = place.line;
     notice.reason = reason;
     notice.number = number;
-    notice.line = line;
     give(module, notice);
 }
 
 void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
                  std::int64_t number) {
-    give_reason_at(module, module.section_number != 0 ? module.reader.last_line() : 0, kind, reason,
-                   number);
+    import_export_notice notice = start_notice(module, kind);
+    if (module.section_number != 0)
+        notice.line = module.reader.last_record().line;
+    notice.reason = reason;
+    notice.number = number;
+    give(module, notice);
 }
 
 } // namespace kova_import

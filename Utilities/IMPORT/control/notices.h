@@ -25,8 +25,8 @@ void give_cut_file_name(const ImportModule &module);
 void give_reason_of_send(const ImportModule &module, import_export_notice_kind kind,
                          const char *reason, std::int64_t number);
 
-/// Something about the record that ended on `line`, as below.
-void give_reason_at(const ImportModule &module, std::int64_t line, import_export_notice_kind kind,
+/// Something about a record that has been read before, as below.
+void give_reason_at(const ImportModule &module, RecordPlace place, import_export_notice_kind kind,
                     const char *reason, std::int64_t number = 0);
 
 /// Something about the last record that needs only a sentence, and perhaps the number of the

@@ -94,6 +94,12 @@ struct ReadFailure {
     [[nodiscard]] bool is_at_end() const { return width == 0; }
 };
 
+/// A record that has been read: what it is, and the line on which it ends.
+struct RecordPlace {
+    const char *statement = "";
+    std::int64_t line = 0;
+};
+
 /// Performs the read statements of all sections: fixed-column records, free-form lists, captions.
 ///
 /// Each statement counts itself before it reads. The first failure sticks: later statements do
@@ -117,8 +123,8 @@ class RecordReader {
     /// Whether the last text of the last record was longer than the field it went into.
     [[nodiscard]] bool text_was_cut() const { return text_was_cut_; }
 
-    /// The line on which the last record ended.
-    [[nodiscard]] std::int64_t last_line() const { return last_line_; }
+    /// The record that was read last.
+    [[nodiscard]] RecordPlace last_record() const { return {statement_, last_line_}; }
 
     /// Sets the counter; the first statement of a section is counted as one more than `first`.
     void start_counting(std::int64_t first = 1);

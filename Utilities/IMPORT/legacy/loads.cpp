@@ -10,6 +10,7 @@ void loads(ImportModule &module) {
     LoadTable table;
     const std::int32_t system_count = read_load_settings(module, table);
     module.reader.for_each_record(system_count, [&](std::int32_t system) {
+        read_load_heading(module.reader);
         simulated.read_system(
             module, system, table.loads, read_loads_of_system,
             "The host does not simulate the system; its loads do not come across.");

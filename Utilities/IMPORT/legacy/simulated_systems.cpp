@@ -25,11 +25,12 @@ void SimulatedSystems::read_system(ImportModule &module, std::int32_t system,
         read(module, system, table);
         return;
     }
+    const RecordPlace heading = module.reader.last_record();
     SystemSeriesTable dropped;
     read(module, system, dropped);
     const bool held_data = module.reader.ok() && dropped.series.size() > 0;
     if (held_data && module.shared.transport_only == 0)
-        give_reason(module, IMPORT_EXPORT_CONDITION_UNMET, reason_to_drop, system);
+        give_reason_at(module, heading, IMPORT_EXPORT_CONDITION_UNMET, reason_to_drop, system);
 }
 
 } // namespace kova_import::legacy

@@ -20,8 +20,8 @@ class SimulatedSystems {
     /// Whether a state variable stands for `system`, a number of the file.
     [[nodiscard]] bool has(std::int32_t system) const;
 
-    /// Reads the records of a system by `read`. Those of a system that the host simulates go into
-    /// `table`; others are checked like them and let go, for `reason_to_drop`.
+    /// Reads the records of a system behind its heading by `read`. Those of a system that the host
+    /// simulates go into `table`; others are checked like them and let go, for `reason_to_drop`.
     void read_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table,
                      void (*read)(ImportModule &, std::int32_t, SystemSeriesTable &),
                      const char *reason_to_drop) const;

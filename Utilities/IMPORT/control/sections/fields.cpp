@@ -6,19 +6,25 @@
 
 namespace kova_import {
 
+namespace {
+
+constexpr const char *factor_statement = "factors of the field";
+
+} // namespace
+
 void FieldFactors::read(ImportModule &module, std::int32_t field_number) {
     RecordReader &reader = module.reader;
-    reader.list("factors of the field", field("scale factor", pair_.scale),
+    reader.list(factor_statement, field("scale factor", pair_.scale),
                 field("conversion factor", pair_.conversion));
     if (reader.ok())
-        fields_.push_back({reader.last_line(), field_number, pair_});
+        fields_.push_back({reader.last_record().line, field_number, pair_});
 }
 
 void FieldFactors::give_replaced(const ImportModule &module) const {
     for (RowWalk walk(fields_); !walk.at_end();) {
         const OfField &row = walk.next();
         if (row.pair != pair_)
-            give_reason_at(module, row.line, IMPORT_EXPORT_CONVERTED,
+            give_reason_at(module, {factor_statement, row.line}, IMPORT_EXPORT_CONVERTED,
                            "The host gets the factors of the last field that has functions.",
                            row.field_number);
     }

@@ -2,6 +2,7 @@
 
 #include "control/counting.h"
 #include "control/host_link.h"
+#include "control/notices.h"
 #include "control/report.h"
 #include "control/sections/counts.h"
 
@@ -17,15 +18,27 @@ constexpr auto flow_breakpoint_members = std::tuple{
     member("second value", &Breakpoint::second),
 };
 
+// Hosts get the counts of the flow paths first and then these: what is more there may be let go.
+void give_other_count(const ImportModule &module, std::int32_t of_paths, std::int32_t of_series,
+                      const char *reason, std::int32_t number) {
+    if (module.reader.ok() && of_series != of_paths)
+        give_reason(module, IMPORT_EXPORT_REPLACED, reason, number);
+}
+
 // Reads how many functions a field has into its place in the list that the flow paths have left,
 // which this section replaces from its front.
 std::int32_t read_function_count(ImportModule &module, std::int32_t field_number) {
     RecordReader &reader = module.reader;
     const auto row = static_cast<std::size_t>(field_number - 1);
     const bool is_known = row < module.inflow_count.size();
-    std::int32_t function_count = is_known ? module.inflow_count[row] : 0;
+    const std::int32_t of_paths = is_known ? module.inflow_count[row] : 0;
+    std::int32_t function_count = of_paths;
     reader.list("function count of the flow field",
                 field("function count of the flow field", function_count));
+    give_other_count(module, of_paths, function_count,
+                     "The field has another number of functions here than in the flow paths; this "
+                     "one replaces it.",
+                     field_number);
     if (!reader.ok())
         return 0;
     if (is_known)
@@ -51,8 +64,13 @@ void read_series_of_function(ImportModule &module, FlowSeriesTable &table) {
 
 void read_flow_series(ImportModule &module, FlowSeriesTable &table) {
     RecordReader &reader = module.reader;
+    const std::int32_t of_paths = module.shared.flow_field_count;
     table.field_count =
         read_shared_count(reader, "flow-field count", module.shared.flow_field_count);
+    give_other_count(
+        module, of_paths, table.field_count,
+        "There is another number of fields here than in the flow paths; this one replaces it.",
+        table.field_count);
     reader.for_each_record(table.field_count, [&](std::int32_t number) {
         FixedText<80> caption;
         reader.fixed<"(A80)">("caption of the flow field", field("caption", caption));

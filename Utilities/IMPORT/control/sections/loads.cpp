@@ -34,7 +34,7 @@ void give_doubled_segments(const ImportModule &module, const ChunkedList<Segment
     auto place = segments.begin();
     while ((place = std::adjacent_find(place, segments.end())) != segments.end()) {
         const std::int32_t segment = *place;
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+        give_reason(module, IMPORT_EXPORT_REPLACED,
                     "The system has several loads on the segment; the host keeps the last one.",
                     segment);
         place = std::upper_bound(place, segments.end(), segment);
@@ -80,10 +80,13 @@ std::int32_t read_load_settings(ImportModule &module, LoadTable &table) {
     return read_shared_count(reader, "system count", module.shared.system_count);
 }
 
-void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table) {
-    RecordReader &reader = module.reader;
+void read_load_heading(RecordReader &reader) {
     FixedText<80> heading;
     reader.list("heading of the loads", field("heading", heading));
+}
+
+void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table) {
+    RecordReader &reader = module.reader;
     SystemSeries loads;
     loads.series_count = read_count(reader, "load count");
     if (loads.series_count > 0) {

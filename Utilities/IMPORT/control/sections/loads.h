@@ -20,8 +20,11 @@ struct LoadTable {
 /// gives the section its own copy of the latter.
 [[nodiscard]] std::int32_t read_load_settings(ImportModule &module, LoadTable &table);
 
-/// Reads heading, load count, factors and loads of a system, and adds them to the table as those of
-/// the next system.
+/// Reads the heading of a system.
+void read_load_heading(RecordReader &reader);
+
+/// Reads the load count, factors and loads of a system behind its heading, and adds them to the
+/// table as those of the next system.
 void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table);
 
 /// Sends the settings and the loads of the systems that the host numbers 1 .. `system_count`.
