@@ -70,7 +70,8 @@ struct ImportSettings {
 /// directory meanwhile.
 [[nodiscard]] ImportRun import_text(std::string_view text, const ImportSettings &settings = {});
 
-/// Makes both send buffers all zero, as they are when the library is loaded: they outlive an import.
+/// Makes both send buffers all zero, as they are when the library is loaded: they outlive an
+/// import.
 void clear_send_buffers();
 
 /// Calls any exported routine with a connected host, without a file.

@@ -1,0 +1,81 @@
+// A host that ends a command with an exception, whichever it is: the section ends like one that
+// cannot be read, the import goes to its end, and the next import is like any other.
+
+#include "import_export.h"
+#include "tests/support/model_text.h"
+#include "tests/support/noting_host.h"
+#include "tests/support/temporary_file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using kova_test::noting_host;
+
+struct Outcome {
+    std::vector<std::string> log;
+    std::vector<std::int32_t> failed_sections; ///< of notices of a failed host
+};
+
+Outcome import() {
+    Outcome outcome;
+    noting_host().log.clear();
+    IMPORT_EXPORT.notice = [](void *context, const import_export_notice *notice) {
+        if (notice->kind == IMPORT_EXPORT_HOST_FAILED)
+            static_cast<Outcome *>(context)->failed_sections.push_back(notice->section);
+    };
+    IMPORT_EXPORT.notice_context = &outcome;
+    importexport();
+    IMPORT_EXPORT.notice = nullptr;
+    outcome.log = std::move(noting_host().log);
+    return outcome;
+}
+
+TEST(HostFailures, EndTheSectionAndLeaveTheNextImportAlone) {
+    const kova_test::TemporaryFolder folder;
+    noting_host().import_path =
+        folder.write("model.inp", kova_test::text_of(kova_test::legacy_records())).string();
+    const Outcome undisturbed = import();
+    ASSERT_TRUE(undisturbed.failed_sections.empty());
+    std::size_t in_sections = 0;
+    for (std::size_t failing = 0; failing < undisturbed.log.size(); ++failing) {
+        std::size_t count = 0;
+        noting_host().before = [&](std::string_view) {
+            if (count++ == failing)
+                throw std::runtime_error("the host cannot go on");
+        };
+        const Outcome failed = import();
+        noting_host().before = nullptr;
+        ASSERT_EQ(failed.failed_sections.size(), 1U) << failing;
+        EXPECT_EQ(IMPORT_EXPORT.import_error, 1) << failing;
+        // what came before is as ever
+        for (std::size_t i = 0; i < failing; ++i)
+            ASSERT_EQ(failed.log[i], undisturbed.log[i]) << failing;
+        if (failed.failed_sections[0] != 0) {
+            ++in_sections;
+            EXPECT_EQ(failed.log.back(), undisturbed.log.back()) << failing;
+        } else {
+            EXPECT_EQ(failed.log.size(), failing) << "the driver stops there";
+        }
+        EXPECT_EQ(import().log, undisturbed.log) << failing;
+    }
+    EXPECT_GT(in_sections, undisturbed.log.size() / 2);
+}
+
+} // namespace
+
+int main(int count, char **arguments) {
+    testing::InitGoogleTest(&count, arguments);
+    // the library's console lines are not what this is about
+    if (std::freopen("/dev/null", "w", stdout) == nullptr)
+        return 2;
+    return RUN_ALL_TESTS();
+}
