@@ -71,8 +71,8 @@ typedef struct import_export_notice {
         *line_text; /* the line around the field, without its end; cut to a reasonable length */
     size_t line_text_length;  /* bytes of it */
     int64_t line_text_column; /* byte column in the line at which line_text starts */
-    int64_t number;           /* which one: the segment, system, function, parameter or constant */
-    const char *path;         /* the file, as it was opened */
+    int64_t number;   /* which one: the segment, system, field, function, parameter or constant */
+    const char *path; /* the file, as it was opened */
 } import_export_notice;
 
 typedef void (*import_export_notice_function)(void *context, const import_export_notice *notice);

@@ -122,7 +122,7 @@ void send_loads(SendBuffer &values, SendBuffer &times) {
     tell(IMPORT_EXPORT_NOT_IMPORTED, 7, "loads",
          "The second factor of the loads does not come across.", 1);
     tell(IMPORT_EXPORT_PLACEHOLDER, 7, "loads",
-         "The host gets a load of 0 on segment 1 for a system without loads.", 2);
+         "The host gets a load of 0 on segment 1 for a state variable without loads.", 2);
 }
 
 } // namespace

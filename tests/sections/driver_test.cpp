@@ -427,7 +427,8 @@ TEST(Driver, ComputesWithItsOwnRoundingAndRestoresTheHosts) {
 }
 
 TEST(Sections, FailOutsideAnImport) {
-    for (auto *const routine : {modelparam, segments}) {
+    for (auto *const routine :
+         {modelparam, segments, flowpath, flows, exchanges, boundary, loads}) {
         IMPORT_EXPORT.import_error = 0;
         const ImportRun run = run_routine(routine);
         EXPECT_TRUE(run.log.empty());

@@ -171,6 +171,48 @@ TEST(NetworkNotices, TellOfFactorsThatGoNowhere) {
                    line_of(records, "factors of the loads", 1)},
               }));
     EXPECT_EQ(told(records, true), std::vector<Told>{}) << "nobody asked for them";
+    const std::vector<Told> dropped = told(with(records, "bypass flags", "1 0 1"));
+    ASSERT_EQ(dropped.size(), 3U);
+    EXPECT_EQ(dropped[0].kind, IMPORT_EXPORT_CONDITION_UNMET);
+    EXPECT_EQ(dropped[1].kind, IMPORT_EXPORT_CONDITION_UNMET);
+    EXPECT_EQ(dropped[2].kind, IMPORT_EXPORT_NOT_IMPORTED);
+}
+
+TEST(NetworkNotices, AFactorThatIsNotGivenIsNotLost) {
+    Records records = with(legacy_records(), "factors of the boundaries", "     1.250          ");
+    EXPECT_EQ(told(records), std::vector<Told>{});
+    records = with(legacy_records(), "factors of the boundaries", "     1.250");
+    EXPECT_EQ(told(records), (std::vector<Told>{{boundaries, IMPORT_EXPORT_DEFAULTED, 0,
+                                                 "factors of the boundaries",
+                                                 line_of(records, "factors of the boundaries")}}));
+    records = with(legacy_records(), "factors of the loads", "0.5 /");
+    EXPECT_EQ(told(records),
+              (std::vector<Told>{{loads, IMPORT_EXPORT_DEFAULTED, 0, "factors of the loads",
+                                  line_of(records, "factors of the loads")}}));
+}
+
+TEST(NetworkNotices, AFieldThatLeavesItsFactorsOutHasThoseOfTheOneBefore) {
+    const Records records = two_flow_fields("/");
+    const std::size_t line = line_of(records, "factors of the field", 1);
+    EXPECT_EQ(told(records),
+              (std::vector<Told>{
+                  {flow_series, IMPORT_EXPORT_DEFAULTED, 0, "factors of the field", line},
+                  {flow_series, IMPORT_EXPORT_DEFAULTED, 0, "factors of the field", line},
+              }));
+}
+
+TEST(NetworkNotices, NothingIsToldOfASectionThatFailsLater) {
+    Records records = two_flow_fields("2.5 86400");
+    records = with(records, "breakpoint count of the flow function", "x", 2);
+    const std::vector<Told> all = told(records);
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_EQ(all[0].kind, IMPORT_EXPORT_READ_FAILED);
+}
+
+TEST(NetworkNotices, HeadingsAreNoData) {
+    Records records = with(legacy_records(), "heading of the exchange field", "/");
+    records = with(records, "heading of the loads", "2*");
+    EXPECT_EQ(told(records), std::vector<Told>{});
 }
 
 TEST(NetworkNotices, TellOfSystemsWithDataThatTheHostDoesNotSimulate) {
@@ -195,12 +237,19 @@ TEST(NetworkNotices, TellOfLoadsThatALaterOneReplaces) {
         more.push_back({"breakpoint count of the load", "0"});
     }
     records = with_more(records, "breakpoint of the load", 1, more);
-    // the last record of the system is where it is known
-    const std::size_t line = line_of(records, "breakpoint count of the load", 4);
-    EXPECT_EQ(told(records),
+    // one for each load that is replaced, by its segment, at the heading of its system
+    const std::size_t line = line_of(records, "heading of the loads");
+    EXPECT_EQ(told(records), (std::vector<Told>{
+                                 {loads, IMPORT_EXPORT_REPLACED, 1, "heading of the loads", line},
+                                 {loads, IMPORT_EXPORT_REPLACED, 2, "heading of the loads", line},
+                                 {loads, IMPORT_EXPORT_REPLACED, 2, "heading of the loads", line},
+                             }));
+    // of a system that is dropped whole nothing else is told
+    EXPECT_EQ(told(with(records, "bypass flags", "1 0 1")),
               (std::vector<Told>{
-                  {loads, IMPORT_EXPORT_REPLACED, 1, "breakpoint count of the load", line},
-                  {loads, IMPORT_EXPORT_REPLACED, 2, "breakpoint count of the load", line},
+                  {boundaries, IMPORT_EXPORT_CONDITION_UNMET, 1, "heading of the boundaries",
+                   line_of(records, "heading of the boundaries")},
+                  {loads, IMPORT_EXPORT_CONDITION_UNMET, 1, "heading of the loads", line},
               }));
     EXPECT_EQ(told(records, true), std::vector<Told>{});
 }

@@ -6,10 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -119,7 +121,8 @@ TEST(NetworkState, AHostThatWritesTheCountsInMidSectionChangesNothing) {
     const ImportRun undisturbed = import_text(text);
     import_export_data &data = IMPORT_EXPORT;
     const std::vector<std::pair<std::string_view, std::int32_t *>> writes = {
-        {"PFLOWTYPE", &data.segment_count},    {"PJQ", &data.flow_field_count},
+        {"PFLOWTYPE", &data.segment_count},    {"PNFIELD", &data.flow_field_count},
+        {"PNFIELD", &data.segment_count},      {"PJQ", &data.flow_field_count},
         {"PNBRKQ", &data.flow_field_count},    {"PNTEX", &data.flow_field_count},
         {"PIBC", &data.system_count},          {"PNBWK", &data.system_count},
         {"PNBWK", &data.state_variable_count},
@@ -131,7 +134,152 @@ TEST(NetworkState, AHostThatWritesTheCountsInMidSectionChangesNothing) {
                 if (command.keyword == keyword)
                     *member = count;
         };
-        EXPECT_EQ(import_text(text, settings).keywords(), undisturbed.keywords()) << count;
+        clear_send_buffers();
+        EXPECT_EQ(import_text(text, settings).log, undisturbed.log) << count;
+    }
+}
+
+// Progress is all that is sent while a section reads.
+TEST(NetworkState, AHostThatWritesTheCountsWhileBoundariesAreReadChangesNothing) {
+    clear_send_buffers();
+    const std::string text = text_of(legacy_records());
+    const ImportRun undisturbed = import_text(text);
+    for (const std::int32_t count : {-1, 0, 1, 3, std::numeric_limits<std::int32_t>::max()}) {
+        ImportSettings settings;
+        std::int32_t state_variable_count = 0;
+        std::int32_t percentage = -1;
+        settings.before = [&](const kova_host::ReceivedCommand &command) {
+            if (command.keyword != "PPROGRESS")
+                return;
+            const bool in_section = percentage == 40;
+            const std::int32_t shown = command.integer(0);
+            if (shown == 40)
+                state_variable_count = IMPORT_EXPORT.state_variable_count;
+            if (shown == 40 || shown == 50)
+                percentage = shown;
+            if (in_section && shown != 50) {
+                IMPORT_EXPORT.state_variable_count = count;
+                IMPORT_EXPORT.system_count = count;
+            } else if (in_section) {
+                IMPORT_EXPORT.state_variable_count = state_variable_count;
+            }
+        };
+        clear_send_buffers();
+        EXPECT_EQ(import_text(text, settings).log, undisturbed.log) << count;
+    }
+}
+
+TEST(NetworkState, MoreStateVariablesThanSystemsHaveNoBoundariesAndNoLoads) {
+    ImportSettings settings;
+    settings.before = [&](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS" && command.integer(0) == 40)
+            IMPORT_EXPORT.state_variable_count = 40;
+    };
+    const ImportRun run = import_text(text_of(legacy_records()), settings);
+    Lines counts = {"int 1, int 2", "int 2, int 0"};
+    for (int system = 3; system <= 40; ++system)
+        counts.push_back("int " + std::to_string(system) + ", int 0");
+    EXPECT_EQ(run.arguments_of("PNOBC"), counts);
+    EXPECT_EQ(run.arguments_of("PSCALW").size(), 38U);
+}
+
+TEST(NetworkState, FewerStateVariablesThanSystemsLeaveTheOthersOut) {
+    ImportSettings settings;
+    settings.before = [&](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS" && command.integer(0) == 40)
+            IMPORT_EXPORT.state_variable_count = 1;
+    };
+    const ImportRun run = import_text(text_of(legacy_records()), settings);
+    EXPECT_EQ(run.arguments_of("PNOBC"), Lines{"int 1, int 2"});
+    EXPECT_EQ(run.arguments_of("PNBWK"), Lines{"int 1, int 2, int 2"});
+    EXPECT_EQ(run.notices_of(IMPORT_EXPORT_CONDITION_UNMET).back().number, 2);
+}
+
+TEST(NetworkState, TheScopeIsAskedForWhenItMatters) {
+    ImportSettings settings;
+    settings.before = [&](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS" && command.integer(0) == 40)
+            IMPORT_EXPORT.transport_only = 1;
+    };
+    const ImportRun run = import_text(text_of(legacy_records()), settings);
+    EXPECT_EQ(run.arguments_of("PEXCHANGESREFRESH").size(), 1U);
+    EXPECT_TRUE(run.arguments_of("PNOBC").empty());
+    EXPECT_TRUE(run.arguments_of("PLOPT").empty());
+}
+
+TEST(NetworkState, EverySegmentGetsTheFlowOption) {
+    EXPECT_EQ(import_text(text_of(legacy_records())).arguments_of("PFLOWTYPE"),
+              (Lines{"int 1, int 3", "int 2, int 3"}));
+}
+
+TEST(NetworkState, ASystemHasAsManyBoundariesAndLoadsAsItsFile) {
+    constexpr int count = 9000;
+    Records records = with(legacy_records(), "boundary count", std::to_string(2 + count));
+    records = with(records, "load count", std::to_string(1 + count));
+    std::string boundaries;
+    std::string loads;
+    for (int i = 1; i <= count; ++i) {
+        boundaries += "\n" + std::to_string(i) + "\n0";
+        loads += "\n" + std::to_string(i + 2) + "\n0";
+    }
+    Record &last_boundary = records[position_of(records, "breakpoint of the boundary", 2)];
+    last_boundary.text += boundaries;
+    Record &last_load = records[position_of(records, "breakpoint of the load", 1)];
+    last_load.text += loads;
+    const ImportRun run = import_text(text_of(records));
+    EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_READ_FAILED).empty());
+    const Lines segments = run.arguments_of("PIBC");
+    ASSERT_EQ(segments.size(), 2U + count);
+    EXPECT_EQ(segments.back(), "int 1, int 9002, int 9000");
+    const Lines series = run.arguments_of("PNBWK");
+    ASSERT_EQ(series.size(), 2U + count);
+    EXPECT_EQ(series.at(count), "int 1, int 9002, int 0");
+}
+
+/// The size of the console when each command of the section arrives: the console is a file here.
+TEST(NetworkState, TheConsoleTellsOfBoundariesBetweenTheCommands) {
+    std::vector<std::pair<std::string, off_t>> sizes;
+    ImportSettings settings;
+    settings.before = [&sizes](const kova_host::ReceivedCommand &command) {
+        std::fflush(stdout);
+        const std::string number =
+            command.keyword == "PPROGRESS" ? " " + std::to_string(command.integer(0)) : "";
+        sizes.emplace_back(std::string(command.keyword) + number,
+                           lseek(STDOUT_FILENO, 0, SEEK_CUR));
+    };
+    static_cast<void>(import_text(text_of(legacy_records()), settings));
+    std::size_t i = 0;
+    while (sizes.at(i).first != "PPROGRESS 40")
+        ++i;
+    // the commands from the start of the section on, and what the console gains before each
+    const std::vector<std::pair<std::string, std::size_t>> expected = {
+        {"PPROGRESS 0", 0},
+        {"PPROGRESS 0", 0},
+        {"PPROGRESS 100", std::string_view("Ammonia\n").size()},
+        {"PPROGRESS 100", std::string_view("Nitrate\n").size()},
+        {"PINFOHTML",
+         std::string_view("Dissolved organic nitrogen\nDone Reading Boundary Information\n")
+             .size()},
+        {"PINFOHTML", 0},
+        {"PPROGRESS 0", 0},
+        {"PPROGRESS 0", std::string_view("Boundary System: 1\n").size()},
+        {"PNOBC", 0},
+        {"PSCALB", 0},
+        {"PIBC", 0},
+        {"PNBFP", 0},
+        {"PALLBOUNDFUNC", 0},
+        {"PIBC", 0},
+        {"PNBFP", 0},
+        {"PALLBOUNDFUNC", 0},
+        {"PPROGRESS 100", std::string_view("Boundary System: 2\n").size()},
+        {"PNOBC", 0},
+        {"PPROGRESS 50", 0},
+    };
+    for (const auto &[command, gained] : expected) {
+        ++i;
+        EXPECT_EQ(sizes.at(i).first, command);
+        EXPECT_EQ(static_cast<std::size_t>(sizes.at(i).second - sizes.at(i - 1).second), gained)
+            << command;
     }
 }
 

@@ -1,15 +1,16 @@
 #include "tests/support/import_run.h"
 
+#include "control/host_commands.h"
 #include "tests/support/model_text.h"
 #include "tests/support/temporary_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <unistd.h>
-#include <utility>
 
 namespace kova_test {
 
@@ -171,18 +172,23 @@ ImportRun import_text(std::string_view text, const ImportSettings &settings) {
 }
 
 void clear_send_buffers() {
-    static bool are_clear = true;
-    if (std::exchange(are_clear, false))
-        return;
-    std::string text = text_of(legacy_opening()) + "0\n0\n" // no flow fields
-                                                   "0\n"    // and no series of them
-                                                   "0\n"    // no exchange fields
-                                                   "1\nAmmonia\n1\n\n1\n170000\n";
-    constexpr int entries = 170000;
-    for (int i = 0; i < entries; ++i)
-        text += "0 0\n";
-    const ImportRun run = import_text(text);
-    if (run.arguments_of("PALLBOUNDFUNC").size() != 1)
+    // what a host writes into them stays
+    bool cleared = false;
+    ImportSettings settings;
+    settings.before = [&cleared](const kova_host::ReceivedCommand &command) {
+        if (command.keyword != "PALLBOUNDFUNC")
+            return;
+        for (const std::size_t buffer : {2U, 3U})
+            std::fill_n(static_cast<float *>(command.arguments[buffer]),
+                        kova_import::send_buffer_size, 0.0F);
+        cleared = true;
+    };
+    const std::string text = text_of(legacy_opening()) + "0\n0\n" // no flow fields
+                             + "0\n"                              // and no series of them
+                             + "0\n"                              // no exchange fields
+                             + "1\nAmmonia\n1\n\n1\n0\n";
+    static_cast<void>(import_text(text, settings));
+    if (!cleared)
         throw std::logic_error("the send buffers are not cleared");
 }
 

@@ -116,7 +116,7 @@ void give_left_out(void *module, const char *field, FilePlace place) {
     notice.line = place.line;
     notice.column = place.column;
     notice.field = field;
-    notice.reason = "The record leaves the value out; it keeps its default.";
+    notice.reason = "The record leaves the value out; it keeps its earlier value, or its default.";
     give(import_module, notice);
 }
 

@@ -30,7 +30,7 @@ void give_reason_at(const ImportModule &module, RecordPlace place, import_export
                     const char *reason, std::int64_t number = 0);
 
 /// Something about the last record that needs only a sentence, and perhaps the number of the
-/// segment, system, function, parameter or constant.
+/// segment, system, field, function, parameter or constant.
 void give_reason(const ImportModule &module, import_export_notice_kind kind, const char *reason,
                  std::int64_t number = 0);
 

@@ -370,19 +370,23 @@ bool RecordReader::convert_value(Field<float> item) {
     return true;
 }
 
-bool RecordReader::list_text(const char *name, char *target, std::size_t width) {
+// The text of an item that is there.
+RecordReader::ItemState RecordReader::list_text(char *target, std::size_t width) {
     text_was_cut_ = false;
     ItemState state = begin_item();
     if (state == ItemState::fresh)
         state = take_value();
-    if (state == ItemState::absent)
-        return leave_out(name);
-    if (state == ItemState::failed)
-        return false;
+    if (state == ItemState::absent || state == ItemState::failed)
+        return state;
     const std::string_view text = value_.kept().substr(0, width);
     text_was_cut_ = !without_trailing_blanks(value_.kept().substr(text.size())).empty();
     std::fill_n(std::copy(text.begin(), text.end(), target), width - text.size(), ' ');
-    return true;
+    return state;
+}
+
+// Leaving it out is no loss.
+bool RecordReader::list_item(UnusedText /*item*/) {
+    return list_text(nullptr, 0) != ItemState::failed;
 }
 
 // The item keeps what it holds. Always succeeds.
@@ -425,9 +429,9 @@ void RecordReader::end_list() {
     stream_.skip_line();
 }
 
-bool RecordReader::unguarded_text_list(const char *name, char *target, std::size_t width) {
+bool RecordReader::unguarded_text_list(char *target, std::size_t width) {
     const StreamMark start = stream_.mark();
-    if (begin_list() && list_text(name, target, width))
+    if (begin_list() && list_text(target, width) != ItemState::failed)
         end_list();
     if (ok())
         return true;

@@ -42,6 +42,13 @@ struct BoundedField {
     return {name, &target, largest, expected};
 }
 
+/// A text item that nobody needs: headings and titles.
+struct UnusedText {
+    const char *name;
+};
+
+[[nodiscard]] constexpr UnusedText unused_text(const char *name) { return {name}; }
+
 /// One member of a section's row that a record fills. Lists of these are data: `fields_of` aims one
 /// at a row.
 template <class Row, class T>
@@ -200,7 +207,7 @@ class RecordReader {
     /// counts as one line.
     template <std::size_t n>
     bool unguarded_list(const char *statement, FixedText<n> &text) {
-        return !begin_statement(statement) || unguarded_text_list(statement, text.data(), n);
+        return !begin_statement(statement) || unguarded_text_list(text.data(), n);
     }
 
     /// Reads `count` records: calls `read(i)` for i = 1 .. count, until a read fails. A negative
@@ -296,6 +303,7 @@ class RecordReader {
     [[nodiscard]] bool list_item(Field<std::int32_t> item);
     [[nodiscard]] bool list_item(Field<float> item);
     [[nodiscard]] bool list_item(BoundedField item);
+    [[nodiscard]] bool list_item(UnusedText item);
     template <class T>
     [[nodiscard]] bool number_item(Field<T> item);
     template <class T>
@@ -304,14 +312,15 @@ class RecordReader {
     [[nodiscard]] bool take_plain_value(const char *first, T &target);
     template <std::size_t n>
     [[nodiscard]] bool list_item(Field<FixedText<n>> item) {
-        return list_text(item.name, item.target->data(), n);
+        const ItemState state = list_text(item.target->data(), n);
+        return state == ItemState::absent ? leave_out(item.name) : state != ItemState::failed;
     }
     [[nodiscard]] bool convert_value(Field<std::int32_t> item);
     [[nodiscard]] bool convert_value(Field<float> item);
-    [[nodiscard]] bool list_text(const char *name, char *target, std::size_t width);
+    [[nodiscard]] ItemState list_text(char *target, std::size_t width);
 
     void integer_list(const char *name, std::int32_t count, std::int32_t *kept, std::size_t size);
-    [[nodiscard]] bool unguarded_text_list(const char *name, char *target, std::size_t width);
+    [[nodiscard]] bool unguarded_text_list(char *target, std::size_t width);
 
     void end_fixed_record(const LayoutField &last_field, std::size_t length);
     void leave_out_missing(std::string_view line, const LayoutField &column, const char *name);

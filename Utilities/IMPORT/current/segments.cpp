@@ -59,8 +59,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
 
 void read_segments(ImportModule &module, SegmentTable &table) {
     RecordReader &reader = module.reader;
-    FixedText<80> title;
-    reader.list("title", field("title", title));
+    reader.list("title", unused_text("title"));
     read_segment_settings(module, table);
     read_segment_records(
         reader, table, [&](std::int32_t number) { read_name(module, number, table); },

@@ -27,6 +27,7 @@ void SimulatedSystems::read_system(ImportModule &module, std::int32_t system,
     }
     const RecordPlace heading = module.reader.last_record();
     SystemSeriesTable dropped;
+    dropped.is_kept = false;
     read(module, system, dropped);
     const bool held_data = module.reader.ok() && dropped.series.size() > 0;
     if (held_data && module.shared.transport_only == 0)

@@ -3,6 +3,7 @@
 #include "control/import_module.h"
 #include "control/sections/system_series.h"
 
+#include <array>
 #include <cstdint>
 
 namespace kova_import::legacy {

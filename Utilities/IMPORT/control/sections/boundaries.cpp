@@ -1,6 +1,7 @@
 #include "control/sections/boundaries.h"
 
 #include "control/counting.h"
+#include "control/notices.h"
 #include "control/report.h"
 #include "control/sections/counts.h"
 
@@ -35,8 +36,10 @@ void read_boundaries_of_system(ImportModule &module, std::int32_t system,
         reader.fixed<"(2(F10.0))">("factors of the boundaries",
                                    field("scale factor", boundaries.factor),
                                    field("conversion factor", conversion_factor));
-        give_unsent_factor(module, conversion_factor,
-                           "The conversion factor of the boundaries does not come across.", system);
+        // Blank columns are 0, and 1 changes nothing.
+        if (conversion_factor != 0 && conversion_factor != 1 && is_awaited(module, table))
+            give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                        "The conversion factor of the boundaries does not come across.", system);
     }
     if (reader.ok())
         table.systems.push_back(boundaries);

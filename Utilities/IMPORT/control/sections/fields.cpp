@@ -14,16 +14,16 @@ constexpr const char *factor_statement = "factors of the field";
 
 void FieldFactors::read(ImportModule &module, std::int32_t field_number) {
     RecordReader &reader = module.reader;
-    reader.list(factor_statement, field("scale factor", pair_.scale),
-                field("conversion factor", pair_.conversion));
+    reader.list(factor_statement, field("scale factor", factors_.scale),
+                field("conversion factor", factors_.conversion));
     if (reader.ok())
-        fields_.push_back({reader.last_record().line, field_number, pair_});
+        fields_.push_back({reader.last_record().line, field_number, factors_});
 }
 
 void FieldFactors::give_replaced(const ImportModule &module) const {
     for (RowWalk walk(fields_); !walk.at_end();) {
         const OfField &row = walk.next();
-        if (row.pair != pair_)
+        if (row.factors != factors_)
             give_reason_at(module, {factor_statement, row.line}, IMPORT_EXPORT_CONVERTED,
                            "The host gets the factors of the last field that has functions.",
                            row.field_number);

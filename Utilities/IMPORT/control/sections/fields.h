@@ -22,22 +22,22 @@ class FieldFactors {
     /// Tells which fields do not get the factors that their own record gives.
     void give_replaced(const ImportModule &module) const;
 
-    [[nodiscard]] float scale() const { return pair_.scale; }
-    [[nodiscard]] float conversion() const { return pair_.conversion; }
+    [[nodiscard]] float scale() const { return factors_.scale; }
+    [[nodiscard]] float conversion() const { return factors_.conversion; }
 
   private:
-    struct Pair {
+    struct Factors {
         float scale = 0;
         float conversion = 0;
-        friend bool operator==(const Pair &, const Pair &) = default;
+        friend bool operator==(const Factors &, const Factors &) = default;
     };
     struct OfField {
         std::int64_t line = 0;
         std::int32_t field_number = 0;
-        Pair pair;
+        Factors factors;
     };
 
-    Pair pair_;
+    Factors factors_;
     ChunkedList<OfField> fields_;
 };
 

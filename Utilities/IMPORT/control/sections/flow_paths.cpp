@@ -1,6 +1,7 @@
 #include "control/sections/flow_paths.h"
 
 #include "control/counting.h"
+#include "control/host_link.h"
 #include "control/notices.h"
 #include "control/report.h"
 #include "control/sections/counts.h"
@@ -46,11 +47,19 @@ void read_hydrodynamic_file(ImportModule &module, FlowPathTable &table) {
     give_cut_file_name(module);
 }
 
+void send_flow_function(std::int32_t field_number, std::int32_t number,
+                        const FlowFunction &function, RowWalk<FlowPair> &pairs) {
+    send<"PNOQS">(field_number, number, function.pair_count);
+    send<"PFLOWFUNCDESC">(field_number, number, function.description);
+    for_each_number(function.pair_count, [&](std::int32_t pair) {
+        flow_pair_commands.send_row(pairs.next(), field_number, number, pair);
+    });
+}
+
 } // namespace
 
 void read_flow_fields(ImportModule &module, FlowPathTable &table) {
     RecordReader &reader = module.reader;
-    module.inflow_count.clear();
     table.field_count =
         read_shared_count(reader, "flow-field count", module.shared.flow_field_count);
     reader.for_each_record(table.field_count, [&](std::int32_t number) {
@@ -68,28 +77,21 @@ void read_flow_fields(ImportModule &module, FlowPathTable &table) {
 }
 
 void send_flow_paths(const ImportModule &module, const FlowPathTable &table) {
-    // Taken before the first command: the host may write the shared ones meanwhile.
-    const std::int32_t flow_option = module.flow_option;
-    const std::int32_t segment_count = module.shared.segment_count;
     send_report_line("Importing Flow Path Information</span></li>");
-    for_each_number(segment_count,
-                    [&](std::int32_t segment) { send<"PFLOWTYPE">(segment, flow_option); });
+    // All segments get the one option, which hosts keep for each.
+    for_each_number(table.segment_count,
+                    [&](std::int32_t segment) { send<"PFLOWTYPE">(segment, module.flow_option); });
     send<"PNFIELD">(table.field_count);
     RowWalk function_counts(module.inflow_count);
     RowWalk functions(table.functions);
     RowWalk pairs(table.pairs);
     for_each_number(table.field_count, [&](std::int32_t number) {
-        if (number == 1 && flow_option == hydrodynamic_linkage)
+        if (number == 1 && module.flow_option == hydrodynamic_linkage)
             send<"PHYDROFILE">(table.hydrodynamic_file);
         const std::int32_t function_count = function_counts.next();
         send<"PNINQ">(number, function_count);
-        for_each_number(function_count, [&](std::int32_t function_number) {
-            const FlowFunction &function = functions.next();
-            send<"PNOQS">(number, function_number, function.pair_count);
-            send<"PFLOWFUNCDESC">(number, function_number, function.description);
-            for_each_number(function.pair_count, [&](std::int32_t pair) {
-                flow_pair_commands.send_row(pairs.next(), number, function_number, pair);
-            });
+        for_each_number(function_count, [&](std::int32_t function) {
+            send_flow_function(number, function, functions.next(), pairs);
         });
     });
 }

@@ -4,7 +4,6 @@
 
 #include "control/chunked_list.h"
 #include "control/fixed_text.h"
-#include "control/host_link.h"
 #include "control/import_module.h"
 
 #include <cstdint>
@@ -29,6 +28,7 @@ struct FlowPair {
 /// file; the counts say where one ends. The functions of each field are counted in
 /// `ImportModule::inflow_count`, which the flow time series share.
 struct FlowPathTable {
+    std::int32_t segment_count = 0; ///< as it is when the section starts
     std::int32_t field_count = 0;
     FixedText<512> hydrodynamic_file; ///< read with option 3 only
     ChunkedList<FlowFunction> functions;

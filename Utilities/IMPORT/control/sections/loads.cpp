@@ -20,25 +20,21 @@ constexpr SeriesStatements load_statements = {
     .breakpoint = "breakpoint of the load",
 };
 
-// Hosts know a load by its segment. Tells which segments have several loads of one system, of which
-// a host keeps the last.
-void give_doubled_segments(const ImportModule &module, const ChunkedList<SegmentSeries> &loads,
-                           std::size_t first) {
-    if (!module.reader.ok() || module.shared.transport_only != 0)
-        return;
+// Hosts know a load by its segment. Tells, at the heading of the system, of the loads that a later
+// one on the same segment replaces.
+void give_replaced_loads(const ImportModule &module, RecordPlace heading,
+                         const ChunkedList<SegmentSeries> &loads, std::size_t first) {
     std::vector<std::int32_t> segments;
     segments.reserve(loads.size() - first);
     for (std::size_t i = first; i < loads.size(); ++i)
         segments.push_back(loads[i].segment);
     std::sort(segments.begin(), segments.end());
-    auto place = segments.begin();
-    while ((place = std::adjacent_find(place, segments.end())) != segments.end()) {
-        const std::int32_t segment = *place;
-        give_reason(module, IMPORT_EXPORT_REPLACED,
-                    "The system has several loads on the segment; the host keeps the last one.",
-                    segment);
-        place = std::upper_bound(place, segments.end(), segment);
-    }
+    for (std::size_t i = 1; i < segments.size(); ++i)
+        if (segments[i] == segments[i - 1])
+            give_reason_at(
+                module, heading, IMPORT_EXPORT_REPLACED,
+                "The system has several loads on the segment; the host keeps the last one.",
+                segments[i]);
 }
 
 // A system without loads is shown to the host by a load that adds nothing.
@@ -54,9 +50,9 @@ void send_placeholder(ImportModule &module, std::int32_t system) {
     std::fill_n(buffers.times.begin(), breakpoint_count, none);
     send<"PALLLOADFUNC">(system, first_segment, AsItStands{buffers.values},
                          AsItStands{buffers.times});
-    give_reason_of_send(module, IMPORT_EXPORT_PLACEHOLDER,
-                        "The host gets a load of 0 on segment 1 for a system without loads.",
-                        system);
+    give_reason_of_send(
+        module, IMPORT_EXPORT_PLACEHOLDER,
+        "The host gets a load of 0 on segment 1 for a state variable without loads.", system);
 }
 
 void send_load(SendBuffers &buffers, SystemSeriesWalk &walk, std::int32_t system) {
@@ -81,27 +77,28 @@ std::int32_t read_load_settings(ImportModule &module, LoadTable &table) {
 }
 
 void read_load_heading(RecordReader &reader) {
-    FixedText<80> heading;
-    reader.list("heading of the loads", field("heading", heading));
+    reader.list("heading of the loads", unused_text("heading"));
 }
 
 void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table) {
     RecordReader &reader = module.reader;
+    const RecordPlace heading = reader.last_record();
     SystemSeries loads;
     loads.series_count = read_count(reader, "load count");
     if (loads.series_count > 0) {
-        float second_factor = 0;
+        float second_factor = 1; // of which nobody hears: the default changes nothing
         reader.list("factors of the loads", field("first factor", loads.factor),
                     field("second factor", second_factor));
-        give_unsent_factor(module, second_factor,
-                           "The second factor of the loads does not come across.", system);
+        if (second_factor != 1 && is_awaited(module, table))
+            give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                        "The second factor of the loads does not come across.", system);
     }
     if (reader.ok())
         table.systems.push_back(loads);
     const std::size_t first = table.series.size();
     read_series_of_system(reader, load_statements, loads.series_count, table);
-    if (loads.series_count > 1)
-        give_doubled_segments(module, table.series, first);
+    if (is_awaited(module, table))
+        give_replaced_loads(module, heading, table.series, first);
 }
 
 void send_loads(ImportModule &module, const LoadTable &table, std::int32_t system_count) {
@@ -116,7 +113,7 @@ void send_loads(ImportModule &module, const LoadTable &table, std::int32_t syste
             send_placeholder(module, system);
             return;
         }
-        // Only these systems have a conversion factor; the others have two other factors.
+        // Systems with loads get this factor alone, those without the two of the placeholder.
         send<"PCONVB">(system, loads.factor);
         for_each_number(loads.series_count,
                         [&](std::int32_t) { send_load(module.send_buffers, walk, system); });

@@ -1,7 +1,5 @@
 #include "control/sections/system_series.h"
 
-#include "control/notices.h"
-
 #include <cstddef>
 
 namespace kova_import {
@@ -31,10 +29,8 @@ void SystemSeriesWalk::fill(SendBuffers &buffers, const SegmentSeries &series) {
     }
 }
 
-void give_unsent_factor(const ImportModule &module, float factor, const char *reason,
-                        std::int32_t system) {
-    if (module.reader.ok() && factor != 1 && module.shared.transport_only == 0)
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED, reason, system);
+bool is_awaited(const ImportModule &module, const SystemSeriesTable &table) {
+    return module.reader.ok() && table.is_kept && module.shared.transport_only == 0;
 }
 
 } // namespace kova_import

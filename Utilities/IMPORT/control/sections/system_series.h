@@ -27,6 +27,9 @@ struct SegmentSeries {
 /// The lists hold the rows of all systems and series one behind the other; the counts say where one
 /// ends. The systems stand in the order in which the host numbers them.
 struct SystemSeriesTable {
+    /// False for systems that are only checked: what stays behind of them need not be told one by
+    /// one.
+    bool is_kept = true;
     ChunkedList<SystemSeries> systems;
     ChunkedList<SegmentSeries> series;
     Breakpoints breakpoints;
@@ -68,8 +71,8 @@ class SystemSeriesWalk {
     RowWalk<Breakpoint> breakpoints_;
 };
 
-/// Tells that a factor of a system, which goes nowhere, is not the 1 that would change nothing.
-void give_unsent_factor(const ImportModule &module, float factor, const char *reason,
-                        std::int32_t system);
+/// Whether a person should be told what of a system does not come across: it was read, and the host
+/// was to get it.
+[[nodiscard]] bool is_awaited(const ImportModule &module, const SystemSeriesTable &table);
 
 } // namespace kova_import
