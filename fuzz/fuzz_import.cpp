@@ -2,7 +2,11 @@
 // host answers; the rest is the file behind its header. Built once for each family of formats, so
 // that each is really reached: KOVA_FUZZ_FIRST_VERSION is 0 for the legacy one, 3 for the current.
 
+#include "fuzz/file_mutator.h"
 #include "fuzz/fuzz_support.h"
+#include "fuzz/import_trace.h"
+#include "fuzz/section_checks.h"
+#include "fuzz/send_buffer_watch.h"
 
 #include "host/reference_host.h"
 #include "import_export.h"
@@ -15,11 +19,14 @@
 #include <string_view>
 #include <vector>
 
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t most);
+
 namespace kova_fuzz {
 namespace {
 
 constexpr bool is_current_target = KOVA_FUZZ_FIRST_VERSION == 3;
 constexpr std::int32_t first_current_version = 3;
+constexpr std::int32_t boundary_section = 6;
 
 // The input
 
@@ -49,6 +56,7 @@ struct Input {
     bool answers = true;
     Path path = Path::plain;
     bool repeat = false;
+    std::uint32_t hash = 0;
 };
 
 Input input_of(std::string_view data) {
@@ -69,6 +77,7 @@ Input input_of(std::string_view data) {
     for (const char character : data)
         hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
     input.repeat = hash % 8 == 0;
+    input.hash = hash;
     return input;
 }
 
@@ -114,22 +123,9 @@ struct Notice {
     }
 };
 
-/// What happened between two moves of the progress indicator.
-struct Stage {
-    std::vector<std::string_view> keywords;
-
-    [[nodiscard]] std::ptrdiff_t count(std::string_view keyword) const {
-        return std::count(keywords.begin(), keywords.end(), keyword);
-    }
-    [[nodiscard]] bool is(std::initializer_list<std::string_view> expected) const {
-        return std::equal(keywords.begin(), keywords.end(), expected.begin(), expected.end());
-    }
-};
-
-/// What an import did; stage 0 is before the first section, stage n is section n, and the last is
-/// behind the sections.
+/// What an import did.
 struct Run {
-    std::vector<Stage> stages{1};
+    Trace trace;
     std::vector<Notice> notices;
     std::string log;
     bool segment_count_seen = false;
@@ -160,14 +156,17 @@ void collect(void *context, const import_export_notice *notice) {
     static_cast<Run *>(context)->notices.push_back(std::move(copy));
 }
 
+/// They live as long as the process, as the buffers do.
+SendBufferWatch &send_buffers() {
+    static SendBufferWatch watch;
+    return watch;
+}
+
 void observe(Run &run, const kova_host::ReceivedCommand &command) {
     require(command.command != nullptr, "the command is in the table");
+    send_buffers().see(command);
+    run.trace.add(command);
     const std::string_view keyword = command.command->keyword;
-    if (keyword == "PPROGRESS") {
-        run.stages.emplace_back();
-        return;
-    }
-    run.stages.back().keywords.push_back(keyword);
     if (keyword == "PNUMSEG") {
         run.segment_count_seen = true;
         run.segment_count = command.integer(0);
@@ -205,13 +204,16 @@ Run import_into(kova_host::ReferenceHost &host, const Input &input, const Memory
     host.flush_log();
     host.observe_before({});
     host.log_to({});
+    send_buffers().check_unchanged();
     return run;
 }
 
 // Invariants
 
 void check_start(const Run &run, bool opened) {
-    std::vector<std::string_view> start = run.stages.front().keywords;
+    std::vector<std::string_view> start;
+    for (const Sent &sent : run.trace.stages().front().commands)
+        start.push_back(sent.keyword);
     const std::array<std::string_view, 4> questions = {"PDIALOG", "PDIALOG", "PDIALOG",
                                                        "GFILENAME"};
     require(start.size() > questions.size() &&
@@ -243,25 +245,28 @@ bool is_report(std::string_view keyword) {
 }
 
 void check_failed_section(const Stage &stage, std::int32_t section, bool is_current) {
-    require(std::all_of(stage.keywords.begin(), stage.keywords.end(), is_report),
-            "a section that fails sends no data");
+    const std::vector<Sent> &commands = stage.commands;
+    if (section == 1)
+        require(stage.only(is_report), "an opening block that fails sends no data");
+    else if (section == boundary_section)
+        check_progress_of_failed_boundaries(stage);
+    else
+        require(commands.size() == (is_current ? 3 : 0) && stage.only(is_report),
+                "a section that fails sends nothing but the report of a current one");
     if (is_current)
-        require(stage.keywords.size() >= 3 &&
-                    stage.keywords[stage.keywords.size() - 3] == "GSPRINTFI",
+        require(commands.size() >= 3 && commands[commands.size() - 3].keyword == "GSPRINTFI",
                 "a current section that fails reports its line in the pane");
-    if (section == 2)
-        require(stage.keywords.size() == (is_current ? 3 : 0),
-                "the segments report nothing before all is read");
 }
 
 void check_model_parameters(const Run &run, const kova_host::Model &model, bool is_current) {
-    const Stage &stage = run.stages[1];
-    require(std::find_if_not(stage.keywords.begin(), stage.keywords.end(), is_report) !=
-                    stage.keywords.end() &&
-                *std::find_if_not(stage.keywords.begin(), stage.keywords.end(), is_report) ==
-                    "PFILENAME",
+    const Stage &stage = run.trace.section(1);
+    const auto first_datum =
+        std::find_if_not(stage.commands.begin(), stage.commands.end(),
+                         [](const Sent &sent) { return is_report(sent.keyword); });
+    require(first_datum != stage.commands.end() && first_datum->keyword == "PFILENAME",
             "the model file's name is the first datum");
-    require(stage.keywords.back() == "PMODELOUTPUTINTERVAL", "the output interval is the last");
+    require(stage.commands.back().keyword == "PMODELOUTPUTINTERVAL",
+            "the output interval is the last");
     for (const std::string_view once :
          {"PFILENAME", "PMODELTYPE", "PSEEDTIME", "PSEEDDATE", "PHYDSKIPDATE", "PHYDSKIPTIME",
           "PENDJULIAN", "PNUMSYS", "PSYSTEMSREFRESH", "PSOLUTIONTYPE", "PNEGSLN", "PICRD", "PINTYP",
@@ -278,35 +283,38 @@ void check_model_parameters(const Run &run, const kova_host::Model &model, bool 
 }
 
 void check_segments(const Run &run, const kova_host::Model &model, bool is_current) {
-    const Stage &stage = run.stages[2];
+    const Stage &stage = run.trace.section(2);
     const std::ptrdiff_t count = std::max(run.segment_count, 0);
-    require(run.segment_count_seen && stage.keywords.front() == "PNUMSEG",
+    require(run.segment_count_seen && stage.commands.front().keyword == "PNUMSEG",
             "the segment count is the first datum");
-    require(stage.keywords.back() == "PSEGMENTSREFRESH", "the end of the segments is told");
+    require(stage.commands.back().keyword == "PSEGMENTSREFRESH", "the end of the segments is told");
     require(run.segment_count == IMPORT_EXPORT.segment_count, "the segment counts agree");
     require(std::ssize(model.segments) == count, "the host has as many segments as announced");
     constexpr std::ptrdiff_t settings = 8;
     const std::ptrdiff_t a_segment = is_current ? 20 : 13;
-    require(std::ssize(stage.keywords) == settings + count * a_segment,
+    require(std::ssize(stage.commands) == settings + count * a_segment,
             "every segment gets all its data");
 }
 
 void check_section_run(const Run &run, const kova_host::ReferenceHost &host) {
-    constexpr std::array<std::int32_t, 12> progress = {0,  5,  10, 20, 30, 40,
+    constexpr std::array<std::int32_t, 13> progress = {-1, 0,  5,  10, 20, 30, 40,
                                                        50, 60, 70, 80, 85, 100};
-    constexpr std::int32_t imported_sections = 2;
-    constexpr std::ptrdiff_t skipped_sections = 9;
-    require(std::equal(progress.begin(), progress.end(), host.progress().begin(),
-                       host.progress().end()),
-            "the progress goes through its twelve values");
+    const std::vector<Stage> &stages = run.trace.stages();
+    require(
+        std::equal(progress.begin(), progress.end(), stages.begin(), stages.end(),
+                   [](std::int32_t value, const Stage &stage) { return value == stage.progress; }),
+        "the driver moves the progress through its twelve values");
     check_start(run, true);
-    const std::vector<std::string_view> &end = run.stages.back().keywords;
-    require(!end.empty() && end.front() == "PDIALOG" &&
-                std::all_of(end.begin() + 1, end.end(),
-                            [](std::string_view keyword) { return keyword == "PINFOHTML"; }),
+    const Stage &end = stages.back();
+    require(!end.commands.empty() && end.commands.front().keyword == "PDIALOG" &&
+                end.count("PDIALOG") == 1 && end.only([](std::string_view keyword) {
+                    return keyword == "PDIALOG" || keyword == "PINFOHTML";
+                }),
             "the import ends with a question and a note");
 
     const bool is_current = IMPORT_EXPORT.file_version >= first_current_version;
+    const std::int32_t imported_sections = is_current ? 2 : 7;
+    const std::ptrdiff_t skipped_sections = 11 - imported_sections;
     std::int32_t failed = 0;
     for (const Notice &notice : run.notices)
         if (notice.kind == IMPORT_EXPORT_READ_FAILED) {
@@ -322,18 +330,22 @@ void check_section_run(const Run &run, const kova_host::ReferenceHost &host) {
             "sections that are not imported are told, unless one has failed");
 
     for (std::int32_t section = 1; section <= 11; ++section) {
-        const Stage &stage = run.stages[static_cast<std::size_t>(section)];
+        const Stage &stage = run.trace.section(section);
         if (section == failed)
             check_failed_section(stage, section, is_current);
         else if (section > imported_sections || (failed != 0 && section > failed))
-            require(stage.keywords.empty(), "nothing is sent for a section that does not run");
+            require(stage.commands.empty(), "nothing is sent for a section that does not run");
         else if (section == 1)
             check_model_parameters(run, host.model(), is_current);
-        else
+        else if (section == 2)
             check_segments(run, host.model(), is_current);
+        else
+            check_network_section(run.trace, section);
     }
+    check_model(host.model());
     require(run.system_count_seen == (failed != 1), "systems come with the opening block only");
-    require(run.segment_count_seen == (failed == 0), "segments come with their section only");
+    require(run.segment_count_seen == (failed == 0 || failed > 2),
+            "segments come with their section only");
 }
 
 void check_run(const Run &run, const kova_host::ReferenceHost &host, const Input &input) {
@@ -351,15 +363,27 @@ void check_run(const Run &run, const kova_host::ReferenceHost &host, const Input
     require(IMPORT_EXPORT.line_counter >= 1, "the line counter is positive");
 
     const TextLines lines(input.file);
-    for (const Notice &notice : run.notices)
+    for (const Notice &notice : run.notices) {
+        require(notice.place.line == 0 || lines.has(notice.place.line),
+                "a notice tells of a line of the file");
         if (notice.kind == IMPORT_EXPORT_READ_FAILED)
             check_shown_failure({notice.place, notice.width, notice.found, notice.line_text,
                                  notice.line_text_column},
                                 lines);
+    }
     if (host.progress().empty())
         check_open_failure(run);
     else
         check_section_run(run, host);
+}
+
+/// Imports another file, so that what an import leaves behind shows in the next one.
+void import_another(Input input, MemoryFile &file) {
+    input.file = "   11      2\n" + new_legacy_file(input.hash);
+    input.repeat = false;
+    file.write(input.file);
+    kova_host::ReferenceHost host;
+    check_run(import_into(host, input, file), host, input);
 }
 
 void run(const Input &input) {
@@ -372,11 +396,47 @@ void run(const Input &input) {
             "a file that is not there is not imported");
     if (!input.repeat)
         return;
+    import_another(input, file);
+    file.write(input.file);
     kova_host::ReferenceHost other_host;
     const Run second = import_into(other_host, input, file);
     check_run(second, other_host, input);
-    require(!first.log.empty() && first.log == second.log, "the same file gives the same log");
+    require(!first.log.empty() &&
+                without_buffer_tails(first.log) == without_buffer_tails(second.log),
+            "the same file gives the same log, but for what earlier series have left");
     require(first.notices == second.notices, "the same file gives the same notices");
+}
+
+// Mutation
+
+/// Puts a file in place of the one in `data`, whose size is given back.
+std::size_t store(std::string_view file, std::uint8_t *data, std::size_t most) {
+    const std::size_t size = std::min(file.size() + 1, most);
+    std::copy_n(file.data(), size - 1, data + 1);
+    return size;
+}
+
+std::string_view file_in(const std::uint8_t *data, std::size_t size) {
+    return {reinterpret_cast<const char *>(data) + 1, size - 1};
+}
+
+std::size_t mutate(std::uint8_t *data, std::size_t size, std::size_t most, std::uint32_t seed) {
+    constexpr std::uint32_t plain_options = 0x41; // the first header, a plain path
+    constexpr std::uint32_t choices = 32;
+    const std::uint32_t choice = seed % choices;
+    const std::uint32_t rest = seed / choices;
+    if (size == 0 || most == 0 || choice < 8)
+        return LLVMFuzzerMutate(data, size, most);
+    if (choice == 8) {
+        data[0] = static_cast<std::uint8_t>(rest);
+        return size;
+    }
+    if (choice == 9 && !is_current_target) {
+        const std::uint32_t transport_only = rest % 4 == 0 ? 0x08 : 0;
+        data[0] = static_cast<std::uint8_t>(plain_options | transport_only);
+        return store(new_legacy_file(rest), data, most);
+    }
+    return store(mutated_file(file_in(data, size), rest), data, most);
 }
 
 } // namespace
@@ -385,6 +445,11 @@ void run(const Input &input) {
 extern "C" {
 int LLVMFuzzerInitialize(int *argument_count, char ***arguments);
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t most,
+                                    unsigned seed);
+std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t *start, std::size_t start_size,
+                                      const std::uint8_t *end, std::size_t end_size,
+                                      std::uint8_t *joined, std::size_t most, unsigned seed);
 }
 
 int LLVMFuzzerInitialize(int * /*argument_count*/, char *** /*arguments*/) {
@@ -397,4 +462,20 @@ int LLVMFuzzerInitialize(int * /*argument_count*/, char *** /*arguments*/) {
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     kova_fuzz::run(kova_fuzz::input_of({reinterpret_cast<const char *>(data), size}));
     return 0;
+}
+
+std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t most,
+                                    unsigned seed) {
+    return kova_fuzz::mutate(data, size, most, seed);
+}
+
+std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t *start, std::size_t start_size,
+                                      const std::uint8_t *end, std::size_t end_size,
+                                      std::uint8_t *joined, std::size_t most, unsigned seed) {
+    if (start_size == 0 || end_size == 0 || most == 0)
+        return 0;
+    joined[0] = start[0];
+    return kova_fuzz::store(kova_fuzz::joined_files(kova_fuzz::file_in(start, start_size),
+                                                    kova_fuzz::file_in(end, end_size), seed),
+                            joined, most);
 }

@@ -437,6 +437,7 @@ void check_failure(const ReadFailure &failure, std::int64_t begun, const TextLin
     case ReadFailureKind::wide_text:
         break;
     case ReadFailureKind::none:
+    case ReadFailureKind::out_of_range: // no item here has a bound
     case ReadFailureKind::system_error:
     case ReadFailureKind::not_open:
         require(false, "the failure is of a kind that can be");

@@ -1,0 +1,23 @@
+#pragma once
+
+// Changes model input files and keeps most of their structure: a file that has lost one line hardly
+// ever gets as far as the loads, however many bytes are tried.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kova_fuzz {
+
+/// Changes `text` a little, always in the same way for the same `seed`; the result may be longer.
+[[nodiscard]] std::string mutated_file(std::string_view text, std::uint32_t seed);
+
+/// The start of one text and the end of the other, cut between lines.
+[[nodiscard]] std::string joined_files(std::string_view start, std::string_view end,
+                                       std::uint32_t seed);
+
+/// A legacy file behind its header that goes through the loads without a fault, or almost.
+[[nodiscard]] std::string new_legacy_file(std::uint32_t seed);
+
+} // namespace kova_fuzz

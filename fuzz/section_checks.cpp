@@ -1,0 +1,310 @@
+#include "fuzz/section_checks.h"
+
+#include "fuzz/fuzz_support.h"
+
+#include <initializer_list>
+
+namespace kova_fuzz {
+
+namespace {
+
+constexpr std::int32_t flow_paths = 3;
+constexpr std::int32_t flow_series = 4;
+constexpr std::int32_t exchanges = 5;
+constexpr std::int32_t boundaries = 6;
+constexpr std::int32_t loads = 7;
+
+std::int64_t at_least_none(std::int32_t count) { return std::max(count, 0); }
+
+/// Goes through the commands of a section, each of which must be the expected one.
+class Walk {
+  public:
+    explicit Walk(const Stage &stage) : commands_(stage.commands) {}
+
+    [[nodiscard]] bool is_at(std::string_view keyword) const {
+        return place_ < commands_.size() && commands_[place_].keyword == keyword;
+    }
+    [[nodiscard]] bool is_at(std::string_view keyword, std::int32_t number) const {
+        return is_at(keyword) && commands_[place_].integer(0) == number;
+    }
+
+    /// A command whose first arguments are `numbers`.
+    const Sent &take(std::string_view keyword, std::initializer_list<std::int32_t> numbers = {}) {
+        require(is_at(keyword), "the commands of a section come in their order");
+        const Sent &sent = commands_[place_++];
+        require(std::equal(numbers.begin(), numbers.end(), sent.bits.begin()),
+                "records are numbered without gaps, within what holds them");
+        return sent;
+    }
+    void take_report_line() {
+        take("PINFOHTML");
+        take("PINFOHTML");
+    }
+    void end() const { require(place_ == commands_.size(), "nothing follows what was announced"); }
+
+  private:
+    const std::vector<Sent> &commands_;
+    std::size_t place_ = 0;
+};
+
+/// Calls `take(number)` for 1 .. `count`.
+template <class Take>
+void for_each(std::int32_t count, Take take) {
+    for (std::int32_t number = 1; number <= count; ++number)
+        take(number);
+}
+
+// Each of these gives the number of read statements that the commands tell of.
+
+std::int64_t take_flow_paths(Walk &walk) {
+    constexpr std::int32_t hydrodynamic_linkage = 3;
+    std::int64_t statements = 2;
+    walk.take_report_line();
+    std::int32_t flow_option = 0;
+    for_each(IMPORT_EXPORT.segment_count, [&](std::int32_t segment) {
+        const std::int32_t option = walk.take("PFLOWTYPE", {segment}).integer(1);
+        require(segment == 1 || option == flow_option, "all segments get one flow option");
+        flow_option = option;
+    });
+    const std::int32_t field_count = walk.take("PNFIELD").integer(0);
+    for_each(field_count, [&](std::int32_t field) {
+        // Without segments the flow option is not to be seen.
+        const bool is_seen = IMPORT_EXPORT.segment_count > 0;
+        const bool has_file = field == 1 && (is_seen ? flow_option == hydrodynamic_linkage
+                                                     : walk.is_at("PHYDROFILE"));
+        if (has_file)
+            walk.take("PHYDROFILE");
+        statements += has_file ? 3 : 2;
+        for_each(walk.take("PNINQ", {field}).integer(1), [&](std::int32_t function) {
+            const std::int32_t pair_count = walk.take("PNOQS", {field, function}).integer(2);
+            walk.take("PFLOWFUNCDESC", {field, function});
+            for_each(pair_count, [&](std::int32_t pair) {
+                for (const char *const keyword : {"PJQ", "PIQ", "PBQ"})
+                    walk.take(keyword, {field, function, pair});
+            });
+            statements += 2 + at_least_none(pair_count);
+        });
+    });
+    return statements;
+}
+
+std::int64_t take_flow_series(Walk &walk) {
+    std::int64_t statements = 1;
+    walk.take_report_line();
+    const std::int32_t field_count = walk.take("PNFIELD").integer(0);
+    require(field_count == IMPORT_EXPORT.flow_field_count, "the flow-field counts agree");
+    std::int32_t scale = 0;
+    std::int32_t conversion = 0;
+    bool any_factors = false;
+    for_each(field_count, [&](std::int32_t field) {
+        const std::int32_t function_count = walk.take("PNINQ", {field}).integer(1);
+        statements += 2;
+        if (function_count > 0) {
+            const std::int32_t field_scale = walk.take("PSCALEQ", {field}).bits[1];
+            const std::int32_t field_conversion = walk.take("PCONVQ", {field}).bits[1];
+            require(!any_factors || (field_scale == scale && field_conversion == conversion),
+                    "all flow fields get the factors of one");
+            scale = field_scale;
+            conversion = field_conversion;
+            any_factors = true;
+            ++statements;
+        }
+        for_each(function_count, [&](std::int32_t function) {
+            const std::int32_t breakpoint_count = walk.take("PNBRKQ", {field, function}).integer(2);
+            for_each(breakpoint_count, [&](std::int32_t place) {
+                walk.take("PNOQFUNC", {field, function, place});
+            });
+            statements += 2 + at_least_none(breakpoint_count);
+        });
+    });
+    walk.take("PFLOWSREFRESH");
+    return statements;
+}
+
+std::int64_t take_exchange_function(Walk &walk, std::int32_t field, std::int32_t function) {
+    walk.take("PEXCHANGEFUNCDESC", {field, function});
+    const std::int32_t pair_count = walk.take("PNORS", {field, function}).integer(2);
+    for_each(pair_count, [&](std::int32_t pair) {
+        for (const char *const keyword : {"PJRSEG", "PIRSEG", "PXAREA", "PLENGTH"})
+            walk.take(keyword, {field, function, pair});
+    });
+    const std::int32_t breakpoint_count = walk.take("PNOBRKS", {field, function}).integer(2);
+    for_each(breakpoint_count, [&](std::int32_t place) {
+        walk.take("PNORFUNC", {field, function, place});
+    });
+    return 3 + at_least_none(pair_count) + at_least_none(breakpoint_count);
+}
+
+std::int64_t take_exchanges(Walk &walk) {
+    walk.take_report_line();
+    const std::int32_t field_count = walk.take("PNRFLD").integer(0);
+    std::int64_t statements = 1 + 2 * at_least_none(field_count);
+    std::int32_t scale = 0;
+    std::int32_t conversion = 0;
+    bool any_factors = false;
+    for_each(field_count, [&](std::int32_t field) {
+        if (!walk.is_at("PNTEX", field))
+            return;
+        const std::int32_t function_count = walk.take("PNTEX").integer(1);
+        require(function_count > 0, "only fields with functions are told");
+        const std::int32_t field_scale = walk.take("PSCALER", {field}).bits[1];
+        const std::int32_t field_conversion = walk.take("PCONVR", {field}).bits[1];
+        require(!any_factors || (field_scale == scale && field_conversion == conversion),
+                "all exchange fields get the factors of one");
+        scale = field_scale;
+        conversion = field_conversion;
+        any_factors = true;
+        ++statements;
+        for_each(function_count, [&](std::int32_t function) {
+            statements += take_exchange_function(walk, field, function);
+        });
+    });
+    walk.take("PEXCHANGESREFRESH");
+    return statements;
+}
+
+std::int32_t percentage(std::int32_t done) {
+    constexpr std::int32_t hundred = 100;
+    const std::int32_t total = IMPORT_EXPORT.state_variable_count;
+    return total == 0 ? 0 : done / total * hundred;
+}
+
+std::int64_t take_boundaries(Walk &walk, std::int32_t system_count) {
+    std::int64_t statements = 1;
+    walk.take("PPROGRESS", {0});
+    for_each(system_count, [&](std::int32_t system) {
+        walk.take("PPROGRESS", {percentage(system)});
+        statements += 2;
+    });
+    if (IMPORT_EXPORT.transport_only != 0)
+        return statements;
+    walk.take_report_line();
+    walk.take("PPROGRESS", {0});
+    for_each(IMPORT_EXPORT.state_variable_count, [&](std::int32_t system) {
+        walk.take("PPROGRESS", {percentage(system)});
+        const std::int32_t count = walk.take("PNOBC", {system}).integer(1);
+        if (count < 1)
+            return;
+        walk.take("PSCALB", {system});
+        ++statements;
+        for_each(count, [&](std::int32_t number) {
+            walk.take("PIBC", {system, number});
+            statements += 2 + at_least_none(walk.take("PNBFP", {system, number}).integer(2));
+            walk.take("PALLBOUNDFUNC", {system, number});
+        });
+    });
+    return statements;
+}
+
+std::int64_t take_loads(Walk &walk, std::int32_t system_count) {
+    std::int64_t statements = 2 + 2 * at_least_none(system_count);
+    if (IMPORT_EXPORT.transport_only != 0)
+        return statements;
+    walk.take_report_line();
+    if (walk.take("PLOPT").integer(0) > 0) {
+        walk.take("PNPSFILE");
+        ++statements;
+    }
+    for_each(IMPORT_EXPORT.state_variable_count, [&](std::int32_t system) {
+        if (!walk.is_at("PCONVB")) {
+            constexpr std::int32_t none = 0; // the bits of 0.0
+            walk.take("PSCALW", {system, none});
+            walk.take("PCONVW", {system, none});
+            walk.take("PNBWK", {system, 1, 2});
+            walk.take("PALLLOADFUNC", {system, 1});
+            return;
+        }
+        walk.take("PCONVB", {system});
+        ++statements;
+        do {
+            const Sent &load = walk.take("PNBWK", {system});
+            statements += 2 + at_least_none(load.integer(2));
+            walk.take("PALLLOADFUNC", {system, load.integer(1)});
+        } while (walk.is_at("PNBWK"));
+    });
+    return statements;
+}
+
+std::int64_t take_section(Walk &walk, std::int32_t section, std::int32_t system_count) {
+    switch (section) {
+    case flow_paths:
+        return take_flow_paths(walk);
+    case flow_series:
+        return take_flow_series(walk);
+    case exchanges:
+        return take_exchanges(walk);
+    case boundaries:
+        return take_boundaries(walk, system_count);
+    case loads:
+        return take_loads(walk, system_count);
+    default:
+        require(false, "the section is one of these");
+        return 0;
+    }
+}
+
+// What belongs to systems that the host does not simulate is read, but not to be seen. Behind the
+// exchanges all is seen when no system is bypassed and the section has no system more.
+bool all_is_seen(const Trace &trace, std::int32_t section) {
+    const std::int32_t simulated = IMPORT_EXPORT.state_variable_count;
+    return section <= exchanges || (IMPORT_EXPORT.transport_only == 0 &&
+                                    trace.section(boundaries).system_count == simulated &&
+                                    trace.section(section + 1).system_count <= simulated);
+}
+
+template <class List>
+void require_size(const List &list, std::int32_t announced) {
+    require(std::ssize(list) == at_least_none(announced), "a list has its announced size");
+}
+
+} // namespace
+
+void check_network_section(const Trace &trace, std::int32_t section) {
+    const Stage &stage = trace.section(section);
+    const Stage &next = trace.section(section + 1);
+    Walk walk(stage);
+    const std::int64_t statements = take_section(walk, section, next.system_count);
+    walk.end();
+    const std::int64_t moved = std::int64_t{next.line_counter} - stage.line_counter;
+    require(all_is_seen(trace, section) ? moved == statements : moved >= statements,
+            "the line counter moves by one for every read statement");
+}
+
+void check_progress_of_failed_boundaries(const Stage &stage) {
+    if (stage.commands.empty())
+        return;
+    Walk walk(stage);
+    walk.take("PPROGRESS", {0});
+    for_each(static_cast<std::int32_t>(stage.commands.size()) - 1,
+             [&](std::int32_t system) { walk.take("PPROGRESS", {percentage(system)}); });
+    walk.end();
+}
+
+void check_model(const kova_host::Model &model) {
+    require_size(model.flow_fields, model.flow_field_count);
+    for (const kova_host::FlowField &field : model.flow_fields) {
+        require_size(field.functions, field.function_count);
+        for (const kova_host::FlowFunction &function : field.functions) {
+            require_size(function.pairs, function.pair_count);
+            require_size(function.breakpoints, function.breakpoint_count);
+        }
+    }
+    require(std::ssize(model.exchange_fields) <= at_least_none(model.exchange_field_count),
+            "there are no more exchange fields than announced");
+    for (const kova_host::ExchangeField &field : model.exchange_fields) {
+        require_size(field.functions, field.function_count);
+        for (const kova_host::ExchangeFunction &function : field.functions) {
+            require_size(function.pairs, function.pair_count);
+            require_size(function.breakpoints, function.breakpoint_count);
+        }
+    }
+    for (const kova_host::System &system : model.systems) {
+        require_size(system.boundaries, system.boundary_count);
+        for (const kova_host::Boundary &boundary : system.boundaries)
+            require_size(boundary.series, boundary.breakpoint_count);
+        for (const kova_host::Load &load : system.loads)
+            require_size(load.series, load.breakpoint_count);
+    }
+}
+
+} // namespace kova_fuzz

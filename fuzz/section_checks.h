@@ -1,0 +1,22 @@
+#pragma once
+
+// What holds for the commands of the sections behind the segments.
+
+#include "fuzz/import_trace.h"
+
+#include <cstdint>
+
+namespace kova_fuzz {
+
+/// Checks a section from flow paths (3) to loads (7) that has not failed: every count that it
+/// announces is followed by that many records of the right numbers, and by nothing else, and the
+/// line counter has moved by the records that this takes.
+void check_network_section(const Trace &trace, std::int32_t section);
+
+/// The moves of the progress indicator of boundary conditions that have failed.
+void check_progress_of_failed_boundaries(const Stage &stage);
+
+/// Lists of the model have the size that was announced for them.
+void check_model(const kova_host::Model &model);
+
+} // namespace kova_fuzz
