@@ -50,10 +50,9 @@ Fact cut_descriptions(const NoticeCounts &notices) {
             "descriptions_cut"};
 }
 
-Fact changed_factors(const NoticeCounts &notices) {
-    return {told(notices, IMPORT_EXPORT_CONVERTED), "field with the factors of another",
-            "fields with the factors of another", FactKind::changed,
-            "fields_with_factors_of_another"};
+Fact replaced(const NoticeCounts &notices) {
+    return {told(notices, IMPORT_EXPORT_REPLACED), "datum replaced by a later one",
+            "data replaced by later ones", FactKind::lost, "data_replaced"};
 }
 
 Fact dropped_systems(const NoticeCounts &notices) {
@@ -81,7 +80,7 @@ std::vector<Fact> flow_paths(const Model &model, const NoticeCounts &notices) {
 }
 
 std::vector<Fact> flow_series(const Model &model, const NoticeCounts &notices) {
-    return {points(sum_of_functions(model.flow_fields, breakpoints_of)), changed_factors(notices)};
+    return {points(sum_of_functions(model.flow_fields, breakpoints_of)), replaced(notices)};
 }
 
 std::vector<Fact> exchanges(const Model &model, const NoticeCounts &notices) {
@@ -89,7 +88,7 @@ std::vector<Fact> exchanges(const Model &model, const NoticeCounts &notices) {
             functions(sum(model.exchange_fields, functions_of_field)),
             pairs(sum_of_functions(model.exchange_fields, pairs_of)),
             points(sum_of_functions(model.exchange_fields, breakpoints_of)),
-            changed_factors(notices),
+            replaced(notices),
             cut_descriptions(notices)};
 }
 

@@ -22,6 +22,10 @@ void flows() { kova_import::run_legacy_section(SectionNumber::flow_series); }
 void exchanges() { kova_import::run_legacy_section(SectionNumber::exchanges); }
 void boundary() { kova_import::run_legacy_section(SectionNumber::boundary_conditions); }
 void loads() { kova_import::run_legacy_section(SectionNumber::loads); }
+void timefunctions() { kova_import::run_legacy_section(SectionNumber::time_functions); }
+void seg_parameters() { kova_import::run_legacy_section(SectionNumber::segment_parameters); }
+void constants() { kova_import::run_legacy_section(SectionNumber::constants); }
+void initial_conditions() { kova_import::run_legacy_section(SectionNumber::initial_conditions); }
 
 void modelparam_v2() { kova_import::run_current_section(SectionNumber::model_parameters); }
 void segments_v2() { kova_import::run_current_section(SectionNumber::segments); }

@@ -71,8 +71,10 @@ typedef struct import_export_notice {
         *line_text; /* the line around the field, without its end; cut to a reasonable length */
     size_t line_text_length;  /* bytes of it */
     int64_t line_text_column; /* byte column in the line at which line_text starts */
-    int64_t number;   /* which one: the segment, system, field, function, parameter or constant */
-    const char *path; /* the file, as it was opened */
+    int64_t number;     /* which one: the segment, system, field, function, parameter or constant */
+    const char *path;   /* the file, as it was opened */
+    const char *name;   /* what the number is called: a time function, parameter or constant */
+    size_t name_length; /* bytes of it */
 } import_export_notice;
 
 typedef void (*import_export_notice_function)(void *context, const import_export_notice *notice);
@@ -144,6 +146,10 @@ KOVA_IMPORT_API void flows(void);
 KOVA_IMPORT_API void exchanges(void);
 KOVA_IMPORT_API void boundary(void);
 KOVA_IMPORT_API void loads(void);
+KOVA_IMPORT_API void timefunctions(void);
+KOVA_IMPORT_API void seg_parameters(void);
+KOVA_IMPORT_API void constants(void);
+KOVA_IMPORT_API void initial_conditions(void);
 
 /* The sections of the current format. */
 KOVA_IMPORT_API void modelparam_v2(void);

@@ -85,7 +85,7 @@ void send_exchanges() {
     send("PNOBRKS", 1, 1, 1);
     send("PNORFUNC", 1, 1, 1, 0.5F, 0.0F);
     send("PEXCHANGESREFRESH");
-    tell(IMPORT_EXPORT_CONVERTED, 5, "exchanges",
+    tell(IMPORT_EXPORT_REPLACED, 5, "exchanges",
          "The host gets the factors of the last field that has functions.", 1);
 }
 

@@ -26,8 +26,8 @@ ImportOutcome outcome_of(const kova_host::Model &model, int times) {
     ImportOutcome outcome = outcome_with(Verdict::imported);
     for (int i = 0; i < times; ++i) {
         add_notice(outcome, notice_of(IMPORT_EXPORT_CUT, 3, "Cut."));
-        add_notice(outcome, notice_of(IMPORT_EXPORT_CONVERTED, 4, "Changed."));
-        add_notice(outcome, notice_of(IMPORT_EXPORT_CONVERTED, 5, "Changed."));
+        add_notice(outcome, notice_of(IMPORT_EXPORT_REPLACED, 4, "Changed."));
+        add_notice(outcome, notice_of(IMPORT_EXPORT_REPLACED, 5, "Changed."));
         add_notice(outcome, notice_of(IMPORT_EXPORT_CUT, 5, "Cut."));
         for (const std::int32_t section : {6, 7}) {
             add_notice(outcome, notice_of(IMPORT_EXPORT_CONDITION_UNMET, section, "Dropped."));
@@ -77,9 +77,9 @@ TEST(SectionOverview, TellsOne) {
     model.systems[0].loads[0].times_announced = 2;
     const ImportOutcome outcome = outcome_of(model, 1);
     EXPECT_EQ(remarks_text(outcome.sections[flow_paths]), "1 description cut");
-    EXPECT_EQ(remarks_text(outcome.sections[flow_series]), "1 field with the factors of another");
+    EXPECT_EQ(remarks_text(outcome.sections[flow_series]), "1 datum replaced by a later one");
     EXPECT_EQ(remarks_text(outcome.sections[exchanges]),
-              "1 field with the factors of another, 1 description cut");
+              "1 datum replaced by a later one, 1 description cut");
     EXPECT_EQ(remarks_text(outcome.sections[boundaries]), "1 system dropped, 1 factor dropped");
     EXPECT_EQ(remarks_text(outcome.sections[loads]),
               "1 placeholder, 1 load replaced by a later one, 1 system dropped, 1 factor dropped");
@@ -91,7 +91,7 @@ TEST(SectionOverview, TellsMany) {
         model.systems.push_back(system_without_loads(name));
     const ImportOutcome outcome = outcome_of(model, 2);
     EXPECT_EQ(remarks_text(outcome.sections[flow_paths]), "2 descriptions cut");
-    EXPECT_EQ(remarks_text(outcome.sections[flow_series]), "2 fields with the factors of another");
+    EXPECT_EQ(remarks_text(outcome.sections[flow_series]), "2 data replaced by later ones");
     EXPECT_EQ(text_of(outcome, boundaries),
               "2 boundaries, 3 breakpoints, 2 systems dropped, 2 factors dropped");
     EXPECT_EQ(text_of(outcome, loads), "1 load, 3 breakpoints, 4 placeholders, 2 loads replaced by "
@@ -117,7 +117,7 @@ TEST(SectionOverview, NoticesOfOtherSectionsDoNotCount) {
 TEST(SectionOverview, CountsNoticesThatAreNotKept) {
     ImportOutcome outcome = outcome_with(Verdict::imported);
     for (std::size_t i = 0; i < most_notices; ++i)
-        add_notice(outcome, notice_of(IMPORT_EXPORT_CONVERTED, 4, "Changed."));
+        add_notice(outcome, notice_of(IMPORT_EXPORT_REPLACED, 4, "Changed."));
     add_notice(outcome, notice_of(IMPORT_EXPORT_CONDITION_UNMET, 6, "Dropped."));
     describe(outcome, {});
     EXPECT_EQ(dropped_notice_count(outcome), 1);
@@ -131,9 +131,9 @@ TEST(SectionOverview, JsonHasRemarksAlways) {
     const Json none = sections_of(outcome_of({}, 0));
     EXPECT_EQ(none[0]["remarks"].dump(), "{}");
     EXPECT_EQ(none[flow_paths]["remarks"].dump(), R"({"descriptions_cut":0})");
-    EXPECT_EQ(none[flow_series]["remarks"].dump(), R"({"fields_with_factors_of_another":0})");
+    EXPECT_EQ(none[flow_series]["remarks"].dump(), R"({"data_replaced":0})");
     EXPECT_EQ(none[exchanges]["remarks"].dump(),
-              R"({"fields_with_factors_of_another":0,"descriptions_cut":0})");
+              R"({"data_replaced":0,"descriptions_cut":0})");
     EXPECT_EQ(none[boundaries]["remarks"].dump(), R"({"systems_dropped":0,"factors_dropped":0})");
     EXPECT_EQ(none[loads]["remarks"].dump(), R"({"placeholders":0,"loads_replaced":0,)"
                                              R"("systems_dropped":0,"factors_dropped":0})");

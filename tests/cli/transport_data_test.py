@@ -26,7 +26,7 @@ class TransportDataTest(unittest.TestCase):
         self.assertEqual(lines[0], "river.inp: imported, with warnings")
         for line in ("flow paths 1 field, 1 function, 1 pair, 1 description cut",
                      "flow time series 2 breakpoints",
-                     "exchanges 1 field, 1 function, 1 pair, 1 breakpoint, 1 field with the factors of another",
+                     "exchanges 1 field, 1 function, 1 pair, 1 breakpoint, 1 datum replaced by a later one",
                      "boundary conditions 1 boundary, 3 breakpoints, 2 systems dropped",
                      "loads 1 load, 1 breakpoint, 1 placeholder, 1 load replaced by a later one, 1 factor dropped"):
             self.assertIn(line, lines)
@@ -74,7 +74,7 @@ class TransportDataTest(unittest.TestCase):
         self.assertEqual(remarks["6"], ["1 boundary, 3 breakpoints", "2 systems dropped"])
         self.assertEqual(remarks["7"], ["1 load, 1 breakpoint",
                                         "1 placeholder, 1 load replaced by a later one, 1 factor dropped"])
-        self.assertEqual(page.count("Imported in part"), 3)
+        self.assertEqual(page.count("Imported in part"), 4)
         self.assertIn("And 1 more like it, number 4.", page)
 
 

@@ -73,6 +73,12 @@ Geometry
 0
 0
 0
+0
+0
+0
+0
+0
+0
 """
 
 INSTALLATION = None

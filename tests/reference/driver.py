@@ -6,6 +6,8 @@ from dataclasses import dataclass
 
 import current
 import legacy
+import legacy_environment
+import legacy_kinetics
 import legacy_network
 import legacy_series
 from command_log import FILE_NAME_WIDTH, Answers, RecordingHost, SendBuffers, Text, with_nul
@@ -60,10 +62,10 @@ LEGACY = Family(
         Section("exchanges", 30, legacy_network.exchanges, False),
         Section("boundary", 40, legacy_series.boundary, False),
         Section("loads", 50, legacy_series.loads, False),
-        Section("timefunctions", 60, None, False),
-        Section("seg_parameters", 70, None, False),
-        Section("constants", 80, None, False),
-        Section("initial_conditions", 85, None, False)),
+        Section("timefunctions", 60, legacy_environment.timefunctions, False),
+        Section("seg_parameters", 70, legacy_environment.seg_parameters, False),
+        Section("constants", 80, legacy_kinetics.constants, False),
+        Section("initial_conditions", 85, legacy_kinetics.initial_conditions, False)),
     completion_note=(
         '<body><big style="font-weight: bold; color: Black;">Import Utility ',
         'has completed. User should do a visible inspection between data in the KOVA7 ',
@@ -101,16 +103,17 @@ CURRENT = Family(
 
 
 def run_import(read_content, answers, path_text, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH,
-               send_buffers=None):
+               send_buffers=None, report_tables=0):
     """`read_content(path)` gives the bytes of the file that the host names, or None when it cannot be opened.
 
     The model file name and the send buffers live from one import of a process to the next; a first import finds
-    NULs and zeros.
+    NULs and zeros. `report_tables` is what the host writes into the flag of that name while it is asked the
+    first question.
     """
     host = RecordingHost(answers, path_text)
     run = ImportRun(host, RecordReader([]), ImportState(), earlier_model_file_name,
                     send_buffers or SendBuffers())
-    ask_questions(run)
+    ask_questions(run, report_tables)
     host_file_name, path = terminated_path(host.file_name())
     run.model_file_name = derive_model_file_name(host_file_name, earlier_model_file_name)
     failure = open_and_choose(run, read_content(path))
@@ -125,9 +128,10 @@ def run_import(read_content, answers, path_text, earlier_model_file_name=b"\0" *
     return Result(host.log_lines, run.console_lines, failure, run.model_file_name)
 
 
-def ask_questions(run):
+def ask_questions(run, report_tables):
     """The verbose question stays although nothing depends on it: hosts answer the questions in order."""
     run.host.dialog("Set Verbose Option:", "Yes or No?", "Yes", "No")
+    run.state.report_tables = report_tables
     if run.host.dialog("Import Options", "Import Network/Transport or All ?", "Transport Only", "All") == 0:
         run.state.transport_only = 1
     if run.host.dialog("Index Segment Names", "Add Index to Segment Name to Insure Unique Name", "Yes", "No") == 1:
@@ -224,17 +228,18 @@ def send_version_page(run):
 # --- use as a module -----------------------------------------------------------------------------------------------
 
 def import_file(source, answers=None, path_text=None, earlier_model_file_name=b"\0" * MODEL_FILE_NAME_WIDTH,
-                send_buffers=None):
+                send_buffers=None, report_tables=0):
     """Import a file (a path, or its content as bytes) and give back what a host and a console would see of it."""
     answers = answers or Answers()
     if isinstance(source, bytes):
         return run_import(lambda path: source, answers, path_text or b"model.inp", earlier_model_file_name,
-                          send_buffers)
+                          send_buffers, report_tables)
     named = os.fsencode(source)
     if path_text is None:
-        return run_import(content_of, answers, named, earlier_model_file_name, send_buffers)
+        return run_import(content_of, answers, named, earlier_model_file_name, send_buffers,
+                          report_tables)
     return run_import(lambda path: content_of(named), answers, path_text, earlier_model_file_name,
-                      send_buffers)
+                      send_buffers, report_tables)
 
 
 def content_of(path):

@@ -171,8 +171,52 @@ def long_series(rng, records):
     return f"{record.lines[0]!r} breakpoints"
 
 
+def replace_lines(rng, records, changes):
+    """The records of those names, all of which every file has, get other lines."""
+    for record in records:
+        if record.name in changes:
+            record.lines = [rng.choice(changes[record.name])]
+    return ", ".join(f"{name} out of range" for name in changes)
+
+
+def many_functions(rng, records):
+    return replace_lines(rng, records, {"time_function_count": (b"51", b"1*51", b" 51/", b"2147483647")})
+
+
+NONE_OR_LESS = (b"0", b"-1", b"/")
+UNBACKED = (b"100001", b"2000000000", b"2147483647")
+
+
+def unbacked_parameters(rng, records):
+    return replace_lines(rng, records, {"parameter_segment_count": UNBACKED, "parameter_count": NONE_OR_LESS})
+
+
+def unbacked_conditions(rng, records):
+    return replace_lines(rng, records,
+                         {"initial_system_count": (b"0", b"-1"), "initial_segment_count": UNBACKED})
+
+
+def segment_outside(rng, records):
+    """A segment number of an initial condition that no segment has."""
+    values = [record for record in records if record.name == "initial_value"]
+    if not values:
+        return bad_digit(rng, records)
+    record = rng.choice(values)
+    record.lines = [rng.choice((b"0", b"-1", b"13", b"2000", b"2147483647", b"/", b"1*", b",")) + b" 1.5 .5"]
+    return f"segment in {record.lines[0]!r}"
+
+
+def cut(rng, records):
+    """The file ends before a record."""
+    start = rng.randrange(len(records))
+    name = records[start].name
+    del records[start:]
+    return f"cut before a {name}"
+
+
 FAULTS = (bad_digit, odd_number, odd_number, exponent, repeat_count, repeat_count, empty_value, slash, slash,
           open_quote, hostile_count, hostile_count, missing_lines, additional_line, comma_between_lines, tab,
           short_line, embedded_blank, long_line, strange_byte)
 OPENING_FAULTS = (*FAULTS, hostile_bypass)
-SECTION_FAULTS = (*FAULTS, long_series)
+SECTION_FAULTS = (*FAULTS, long_series, many_functions, unbacked_parameters, unbacked_conditions,
+                  segment_outside, cut, cut)

@@ -1,9 +1,10 @@
-"""Records of a legacy (version 7) file, made at random, from the header to the loads.
+"""Records of a legacy (version 7) file, made at random. Those behind the loads have a module of their own.
 
 The sections are joined by what they leave for each other: the number of systems and, for the flow time
 series, the counts of the flow paths, which hold where a count is left out.
 """
 
+from generate_environment import environment_records
 from generate_records import (Record, caption_record, count_record, date_and_option_records, file_name_record,
                               fixed_real, header_record, integer_record, integer_text, list_record, list_text,
                               random_name, real_record, real_text, segment_opening, sparse_record,
@@ -21,7 +22,8 @@ def legacy_opening(rng, system_count, segment_count):
     records += date_and_option_records(rng, system_count)
     records.append(integer_record(rng, "output_interval_count", intervals))
     records += [real_record(rng, "output_interval", 2) for _ in range(intervals)]
-    records.append(integer_record(rng, "bypass_flags", *[rng.choice((0, 0, 1, 2)) for _ in range(system_count)]))
+    flags = (0, 0, 1, 2) if rng.random() < 0.7 else (0,)
+    records.append(integer_record(rng, "bypass_flags", *[rng.choice(flags) for _ in range(system_count)]))
     for name in ("scratch_1", "scratch_2"):
         count = rng.choice((0, 0, 1, 3))
         records.append(integer_record(rng, name + "_count", count))
@@ -41,12 +43,13 @@ def legacy_segments(rng, segment_count):
 
 
 def legacy_sections(rng, system_count, segment_count):
-    """Everything behind the segments that the importers know."""
+    """Everything behind the segments."""
     records, field_counts = flow_path_records(rng, segment_count)
     records += flow_series_records(rng, field_counts)
     records += exchange_records(rng, segment_count)
     boundaries, system_count = boundary_records(rng, system_count, segment_count)
-    return records + boundaries + load_records(rng, system_count, segment_count)
+    loads, system_count = load_records(rng, system_count, segment_count)
+    return records + boundaries + loads + environment_records(rng, system_count, segment_count)
 
 
 def small_count(rng):
@@ -167,6 +170,7 @@ def segment_series_records(rng, count, segment_count):
 
 
 def load_records(rng, kept_count, segment_count):
+    """The records, and the number of systems that the initial conditions find."""
     option = rng.choice((0, 0, 0, 1, 3, -1))
     records = [count_record(rng, "load_option", option)]
     if option > 0:
@@ -179,4 +183,4 @@ def load_records(rng, kept_count, segment_count):
         if count > 0:
             records.append(sparse_record(rng, "factors", [real_text(rng), real_text(rng)]))
         records += segment_series_records(rng, count, segment_count)
-    return records
+    return records, system_count

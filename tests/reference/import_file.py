@@ -1,7 +1,7 @@
 """Write the command log and the console lines that importing a model input file has to yield.
 
     python3 tests/reference/import_file.py FILE [--scope all|transport] [--index-names yes|no]
-                                           [--log OUT] [--console OUT] [--path-text TEXT]
+                                           [--report-tables] [--log OUT] [--console OUT] [--path-text TEXT]
 
 Without --log and --console the log goes to standard output and the console lines to standard error. The exit status is
 0 when every section that exists here was read, 1 otherwise; what stopped the import is said on standard error.
@@ -20,6 +20,8 @@ def parse_arguments():
     parser.add_argument("file")
     parser.add_argument("--scope", choices=("all", "transport"), default="all")
     parser.add_argument("--index-names", choices=("yes", "no"), default="yes")
+    parser.add_argument("--report-tables", action="store_true",
+                        help="the host asks for the tables of the sections")
     parser.add_argument("--log", help="file for the command log")
     parser.add_argument("--console", help="file for the console lines")
     parser.add_argument("--path-text", help="what the host gives as the file's path (default: FILE)")
@@ -41,7 +43,7 @@ def main():
     answers = Answers(scope=0 if arguments.scope == "transport" else 1,
                       index_names=0 if arguments.index_names == "yes" else 1)
     path_text = None if arguments.path_text is None else os.fsencode(arguments.path_text)
-    result = import_file(arguments.file, answers, path_text)
+    result = import_file(arguments.file, answers, path_text, report_tables=int(arguments.report_tables))
     write_lines([line.encode("ascii") for line in result.log_lines], arguments.log, sys.stdout.buffer)
     write_lines(result.console_lines, arguments.console, sys.stderr.buffer)
     if result.failure:

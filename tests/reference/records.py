@@ -411,6 +411,12 @@ class RecordReader:
         except ReadFailure as failure:
             self.next_line = len(self.lines) if failure.at_end_of_file else first_line + 1
 
+    def refusal(self, field, reason):
+        """The failure of the statement just read, for a number that the section does not take."""
+        failure = ReadFailure(self.next_line, None, field, reason)
+        failure.statement = self.line_counter
+        return failure
+
     def statement(self, read):
         self.line_counter += 1
         try:

@@ -14,6 +14,8 @@ SHORT_NAME_WIDTH = 5
 LONG_NAME_WIDTH = 30
 MODEL_FILE_NAME_WIDTH = 512
 HYDRO_FILE_NAME_WIDTH = 512
+# Commands for each segment without a record for it: a few bytes must not ask for thousands of millions.
+LARGEST_UNBACKED_SEGMENT_COUNT = 100000
 
 BLUE_PREFIX = '<li><span style="font-weight: bold; color: blue;">'
 
@@ -24,6 +26,7 @@ class ImportState:
     transport_only: int = 0
     index_segment_names: int = 1
     import_error: int = 0
+    report_tables: int = 0
     model_type: int = 0
     file_version: int = 0
     start_month: int = 0
@@ -68,6 +71,8 @@ class ImportState:
     flow_conversion_factor: float = 0.0
     exchange_scale_factor: float = 0.0
     exchange_conversion_factor: float = 0.0
+    tf5_present: int = 0
+    tf10_present: int = 0
 
     @property
     def state_variable_count(self):

@@ -7,8 +7,8 @@ LEGACY_OPENING = (b"   11      2\n", b"3 15 1998 6 30 0\n", b"6*0\n", b"365.25\n
 LEGACY_SEGMENTS = (b"2\n", b"1\n", b"0.5\n", b"1 2\n", b"Names\n", b"1 'Upper Pool'\n", b"2 Lower Pool\n",
                    b"Geometry\n",
                    b"1 2 3 100. .1 .2 .3 .4 1000 .01 50 .02 .001\n", b"2 0 4 10*1.5\n")
-# Flow paths, flow time series, exchanges, boundary conditions and loads without any content.
-LEGACY_REST = (b"0\n", b"0\n", b"0\n", b"0\n", b"0\n", b"0\n", b"0\n")
+# The sections from the flow paths to the initial conditions without any content.
+LEGACY_REST = (b"0\n",) * 8 + (b"2\n", b"0\n", b"0\n", b"0\n", b"2\n")
 CURRENT_OPENING = (b"    8      3\n", b"'A title'\n", b"3 15 1998 6 30 0\n", b"6*0\n", b"365.25\n", b"2\n", b"0\n",
                    b"1\n",
                    b"0\n", b"2\n", b"3\n", b"9\n", b"0.9\n", b"0.001 0.5\n", b"0.25\n", b"NH-34     Ammonia\n", b"DO\n")
@@ -33,9 +33,11 @@ def replaced(lines, index, line):
 
 
 EMPTY_SECTIONS = {"flowpath": b"0\n0\n", "flows": b"0\n", "exchanges": b"0\n", "boundary": b"0\n",
-                  "loads": b"0\n0\n"}
+                  "loads": b"0\n0\n", "timefunctions": b"0\n", "seg_parameters": b"2\n0\n",
+                  "constants": b"0\n", "initial_conditions": b"0\n2\n"}
 SECTION_START = {"flowpath": 10, "flows": 20, "exchanges": 30, "boundary": 40, "loads": 50,
-                 "timefunctions": 60}
+                 "timefunctions": 60, "seg_parameters": 70, "constants": 80, "initial_conditions": 85,
+                 "end": 100}
 
 
 def legacy_file(opening=LEGACY_OPENING, **sections):
@@ -46,11 +48,18 @@ def legacy_file(opening=LEGACY_OPENING, **sections):
     return b"".join(opening + LEGACY_SEGMENTS) + b"".join({**EMPTY_SECTIONS, **sections}.values())
 
 
+def legacy_file_up_to(section, content):
+    """The same file, which ends with that content of the section."""
+    names = list(EMPTY_SECTIONS)
+    return legacy_file(**{section: content, **dict.fromkeys(names[names.index(section) + 1:], b"")})
+
+
 def commands_of(result, section):
     """The commands of a section, each without its entry point and the length of its keyword."""
     names = list(SECTION_START)
+    following = names[names.index(section) + 1]
     start = result.log_lines.index("1 PPROGRESS[10] int %d" % SECTION_START[section])
-    end = result.log_lines.index("1 PPROGRESS[10] int %d" % SECTION_START[names[names.index(section) + 1]])
+    end = result.log_lines.index("1 PPROGRESS[10] int %d" % SECTION_START[following], start)
     return [short(line) for line in result.log_lines[start + 1:end]]
 
 
@@ -68,3 +77,8 @@ def notice(message, length):
 def opening_with_flags(bypassed):
     """The opening block with that text for its bypass flags."""
     return LEGACY_OPENING[:16] + (bypassed + b"\n",) + LEGACY_OPENING[17:]
+
+
+def opening_with_all_systems(bypassed):
+    """The opening block with all systems that there are and that text for their bypass flags."""
+    return opening_with_flags(bypassed)[:4] + (b"28\n",) + opening_with_flags(bypassed)[5:]

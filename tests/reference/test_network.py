@@ -4,7 +4,7 @@ import unittest
 
 from command_log import Answers
 from driver import import_file
-from small_files import commands_of, legacy_file, notice
+from small_files import commands_of, legacy_file, legacy_file_up_to, notice
 
 
 class Network(unittest.TestCase):
@@ -93,14 +93,14 @@ class FlowPaths(Network):
 
     def test_a_caption_behind_the_end_of_the_file_is_no_failure(self):
         for rest in (b"0\n1\n", b"0\n1"):
-            content = legacy_file(flowpath=b"", flows=b"", exchanges=b"", boundary=b"", loads=b"") + rest
+            content = legacy_file_up_to("flowpath", rest)
             failure = import_file(content).failure
             # Line 33 is none: the caption counts, and the function count behind it fails.
             self.assertEqual((failure.section, failure.statement, failure.line, failure.field),
                              ("flowpath", 35, 33, "inflow_count"))
 
     def test_a_file_name_at_the_end_of_the_file_is_a_failure(self):
-        content = legacy_file(flowpath=b"3\n1\nOne\n", flows=b"", exchanges=b"", boundary=b"", loads=b"")
+        content = legacy_file_up_to("flowpath", b"3\n1\nOne\n")
         failure = import_file(content).failure
         self.assertEqual((failure.statement, failure.line, failure.field), (35, 34, "hydro_file_name"))
 
@@ -168,7 +168,7 @@ class FlowSeries(Network):
         # The empty flow paths take lines 31 and 32.
         self.assert_fails("flows", b"x\n", 34, 33, 1, "flow_field_count")
         self.assert_fails("flows", b"1\nOne\n1\n1 1\nF\n2\n1 1\n1 'x'\n", 41, 40, 3, "time")
-        content = legacy_file(flows=b"", exchanges=b"", boundary=b"", loads=b"") + b"1\n"
+        content = legacy_file_up_to("flows", b"1\n")
         failure = import_file(content).failure  # this caption has an error branch
         self.assertEqual((failure.statement, failure.line, failure.field), (35, 34, "field_caption"))
 
@@ -238,7 +238,7 @@ class Exchanges(Network):
         self.assert_fails("exchanges", b"1\n'One\n0\n", 36, 35, 1, "heading")
 
     def test_a_description_behind_the_end_of_the_file_is_no_failure(self):
-        content = legacy_file(exchanges=b"", boundary=b"", loads=b"") + b"1\nOne\n1\n1 1\n"
+        content = legacy_file_up_to("exchanges", b"1\nOne\n1\n1 1\n")
         failure = import_file(content).failure
         # Line 34 has the count, line 37 the factors (counter 38). The description counts, the pair count
         # fails.

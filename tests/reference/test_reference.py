@@ -396,7 +396,8 @@ class Files(unittest.TestCase):
                          [b"Reading Segment: 1 Name: Upper Pool", b"Reading Segment: 2 Name: Lower",
                           b"Setting Number of Segments to: 2", b"Setting Segment Name: Seg-1-Upper Pool",
                           b"Setting Segment Name: Seg-2-Lower", b"Done Reading Boundary Information",
-                          b"Boundary System: 1", b"Boundary System: 2"])
+                          b"Boundary System: 1", b"Boundary System: 2",
+                          b"Reading Segment Parameters", b"Reading Initial Conditions"])
 
     def test_legacy_names_without_index(self):
         result = import_file(self.legacy, Answers(index_names=1))

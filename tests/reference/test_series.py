@@ -4,7 +4,8 @@ import unittest
 
 from command_log import Answers, SendBuffer, SendBuffers, argument_on_log
 from driver import import_file
-from small_files import (LEGACY_OPENING, commands_of, legacy_file, notice, opening_with_flags, replaced)
+from small_files import (LEGACY_OPENING, commands_of, legacy_file, legacy_file_up_to, notice,
+                         opening_with_flags, replaced)
 
 TRANSPORT_ONLY = Answers(scope=0)
 NO_BOUNDARIES = b"Nothing\n0\n"
@@ -21,9 +22,10 @@ def placeholder(variable, buffers=ZERO_PAIR):
 
 
 def console_of_boundaries(result):
-    """The console lines behind those of the segments."""
-    last = result.console_lines.index(b"Setting Segment Name: Seg-2-Lower")
-    return result.console_lines[last + 1:]
+    """The console lines between those of the segments and those of the segment parameters."""
+    lines = result.console_lines
+    start = lines.index(b"Setting Segment Name: Seg-2-Lower") + 1
+    return lines[start:lines.index(b"Reading Segment Parameters")]
 
 
 class Buffers(unittest.TestCase):
@@ -162,7 +164,7 @@ class Boundaries(unittest.TestCase):
         self.assertEqual(self.assert_fails(b"x\n", 36, 35, 1, "system_count"), [])
         self.assertEqual(self.assert_fails(b"2\nNH-34\n0\nNO3\nx\n", 40, 39, 1, "boundary_count"),
                          ["PPROGRESS int 0", "PPROGRESS int 0", "PPROGRESS int 100"])
-        content = legacy_file(boundary=b"", loads=b"") + b"1\n"
+        content = legacy_file_up_to("boundary", b"1\n")
         failure = import_file(content).failure
         self.assertEqual((failure.statement, failure.line, failure.field), (37, 36, "heading"))
 

@@ -368,12 +368,22 @@ TEST(Driver, ASystemThatCannotReadTheFileAnyFurtherIsReported) {
 }
 
 TEST(Driver, NamesTheSectionsThatItDoesNotImport) {
-    const ImportRun run = import_text(text_of(legacy_records()));
+    const ImportRun run = import_text(text_of(current_records()));
     Lines names;
     for (const Notice &notice : run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED))
         names.push_back(std::to_string(notice.section) + " " + notice.section_name);
-    EXPECT_EQ(names, (Lines{"8 environmental time functions", "9 segment parameters",
-                            "10 kinetic constants", "11 initial conditions"}));
+    EXPECT_EQ(names,
+              (Lines{"3 flow paths", "4 flow time series", "5 exchanges", "6 boundary conditions",
+                     "7 loads", "8 environmental time functions", "9 segment parameters",
+                     "10 kinetic constants", "11 initial conditions"}));
+    for (const Notice &notice : run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED))
+        EXPECT_EQ(notice.statement, "");
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+}
+
+TEST(Driver, ImportsAllSectionsOfTheLegacyFormat) {
+    const ImportRun run = import_text(text_of(legacy_records()));
+    EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED).empty());
     EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
 }
 
@@ -427,14 +437,14 @@ TEST(Driver, ComputesWithItsOwnRoundingAndRestoresTheHosts) {
 }
 
 TEST(Sections, FailOutsideAnImport) {
-    for (auto *const routine :
-         {modelparam, segments, flowpath, flows, exchanges, boundary, loads}) {
+    for (auto *const routine : {modelparam, segments, flowpath, flows, exchanges, boundary, loads,
+                                timefunctions, seg_parameters, constants, initial_conditions}) {
         IMPORT_EXPORT.import_error = 0;
         const ImportRun run = run_routine(routine);
         EXPECT_TRUE(run.log.empty());
-        ASSERT_EQ(run.console.size(), 1U);
-        EXPECT_EQ(run.console[0], "Error Reading Import File at Line: " +
-                                      std::to_string(IMPORT_EXPORT.line_counter));
+        ASSERT_FALSE(run.console.empty());
+        EXPECT_EQ(run.console.back(), "Error Reading Import File at Line: " +
+                                          std::to_string(IMPORT_EXPORT.line_counter));
         EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
         EXPECT_EQ(run.notices.at(0).reason, "There is no open import file.");
     }

@@ -35,13 +35,13 @@ struct Told {
     }
 };
 
-/// What is told of the sections from the flow paths on; every record is one line.
+/// What is told of the flow paths to the loads; every record is one line.
 std::vector<Told> told(const Records &records, bool transport_only = false) {
     ImportSettings settings;
     settings.transport_only = transport_only;
     std::vector<Told> all;
     for (const Notice &notice : import_text(text_of(records), settings).notices)
-        if (notice.section >= flow_paths && notice.kind != IMPORT_EXPORT_SECTION_SKIPPED)
+        if (notice.section >= flow_paths && notice.section <= loads)
             all.push_back({notice.section, notice.kind, notice.number, notice.statement,
                            static_cast<std::size_t>(notice.line)});
     return all;
@@ -114,7 +114,7 @@ TEST(NetworkNotices, TellOfFieldsThatGetTheFactorsOfAnother) {
     EXPECT_EQ(told(two_flow_fields("1.5 86400")), std::vector<Told>{});
     for (const char *factors : {"1.5 86401", "2.5 86400"}) {
         const Records records = two_flow_fields(factors);
-        EXPECT_EQ(told(records), (std::vector<Told>{{flow_series, IMPORT_EXPORT_CONVERTED, 1,
+        EXPECT_EQ(told(records), (std::vector<Told>{{flow_series, IMPORT_EXPORT_REPLACED, 1,
                                                      "factors of the field",
                                                      line_of(records, "factors of the field")}}))
             << factors;
@@ -135,7 +135,7 @@ TEST(NetworkNotices, AFieldInBetweenIsToldWhenTheFirstAndTheLastAgree) {
     more.insert(more.end(), function.begin(), function.end());
     records = with_more(records, "function count of the exchange field", 1, more);
     EXPECT_EQ(told(records),
-              (std::vector<Told>{{exchanges, IMPORT_EXPORT_CONVERTED, 2, "factors of the field",
+              (std::vector<Told>{{exchanges, IMPORT_EXPORT_REPLACED, 2, "factors of the field",
                                   line_of(records, "factors of the field", 2)}}));
 }
 
@@ -151,7 +151,7 @@ TEST(NetworkNotices, TellOfCountsThatTheSeriesReplace) {
         {{"caption of the flow field", "Third"}, {"function count of the flow field", "-1"}});
     EXPECT_EQ(told(records),
               (std::vector<Told>{
-                  {flow_series, IMPORT_EXPORT_REPLACED, 3, "flow-field count",
+                  {flow_series, IMPORT_EXPORT_REPLACED, 0, "flow-field count",
                    line_of(records, "flow-field count", 1)},
                   {flow_series, IMPORT_EXPORT_REPLACED, 1, "function count of the flow field",
                    line_of(records, "function count of the flow field", 2)},
@@ -264,7 +264,7 @@ TEST(NetworkNotices, SayWhySeriesLongerThanTheBuffersAreRefused) {
     EXPECT_EQ(failures[0].field, "breakpoint count of the boundary");
     EXPECT_EQ(failures[0].expected, "at most 170000 breakpoints");
     EXPECT_EQ(failures[0].found, "170001");
-    EXPECT_EQ(failures[0].reason, "The value is too large.");
+    EXPECT_EQ(failures[0].reason, "The value is out of range.");
     EXPECT_EQ(failures[0].line,
               static_cast<std::int64_t>(line_of(records, "breakpoint count of the boundary", 1)));
     EXPECT_EQ(failures[0].column, 3);

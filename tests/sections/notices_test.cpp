@@ -38,11 +38,13 @@ Records quiet_legacy() {
                           {"count of the second skipped block", "0"}};
     records.insert(records.begin() + static_cast<std::ptrdiff_t>(first), rest.begin(), rest.end());
     // the third system, which is simulated now, has a load
-    records.back() = {"load count", "1"};
+    const std::size_t load_count = position_of(records, "load count", 2);
+    records[load_count] = {"load count", "1"};
     const Records load = {{"factors of the loads", "1 1"},
                           {"load segment", "1"},
                           {"breakpoint count of the load", "0"}};
-    records.insert(records.end(), load.begin(), load.end());
+    records.insert(records.begin() + static_cast<std::ptrdiff_t>(load_count) + 1, load.begin(),
+                   load.end());
     return records;
 }
 

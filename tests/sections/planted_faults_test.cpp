@@ -79,6 +79,20 @@ const std::map<std::string, Names> legacy_list_fields = {
     {"load segment", {"load segment"}},
     {"breakpoint count of the load", {"breakpoint count of the load"}},
     {"breakpoint of the load", {"value", "time"}},
+    {"time-function count", {"time-function count"}},
+    {"number of the time function", {"number of the time function"}},
+    {"breakpoint count of the time function", {"breakpoint count of the time function"}},
+    {"breakpoint of the time function", {"time", "value"}},
+    {"segment-parameter count", {"segment-parameter count"}},
+    {"segment parameter", {"parameter number", "scale factor"}},
+    {"segment of the parameter values", {"segment of the parameter values"}},
+    {"value of the segment parameter", {"parameter number", "value"}},
+    {"constant count", {"constant count"}},
+    {"constant", {"constant number", "value"}},
+    {"flow field of the system", {"flow field of the system"}},
+    {"density of the system", {"density of the system"}},
+    {"maximum concentration of the system", {"maximum concentration of the system"}},
+    {"initial condition", {"segment number", "initial concentration", "dissolved fraction"}},
     {"segment geometry",
      {"segment number", "bottom segment", "segment type", "volume", "velocity multiplier",
       "velocity exponent", "depth multiplier", "depth exponent", "length", "slope", "width",
@@ -211,8 +225,17 @@ TEST(PlantedFaults, AreNamedExactlyInTheLegacyFormat) {
     // option, system count, load counts 3, factors 4, two segments with their counts, three
     // breakpoints of 2
     constexpr std::size_t loads = 1 + 1 + 3 + 4 + 4 + 6;
+    // count, numbers and breakpoint counts of two functions, three breakpoints of 2
+    constexpr std::size_t time_functions = 1 + 2 + 2 + 6;
+    // two counts, two parameters of 2, two segments with two values of 2
+    constexpr std::size_t segment_parameters = 2 + 4 + 2 + 8;
+    // count, two constants of 2
+    constexpr std::size_t constants = 1 + 4;
+    // two counts, three values of two systems, four records of 3
+    constexpr std::size_t initial_conditions = 2 + 6 + 12;
     EXPECT_EQ(plant_everywhere(legacy_records(), false),
-              opening + flow_paths + flow_series + exchanges + boundaries + loads);
+              opening + flow_paths + flow_series + exchanges + boundaries + loads + time_functions +
+                  segment_parameters + constants + initial_conditions);
 }
 
 TEST(PlantedFaults, AreNamedExactlyInTheCurrentFormat) {

@@ -122,6 +122,57 @@ const Records legacy_load_records = {
     {"load count", "0"},
 };
 
+const Records legacy_time_function_records = {
+    {"time-function count", "2"},
+    {"number of the time function", "1"},
+    {"name of the time function", "'Water temperature'"},
+    {"breakpoint count of the time function", "2"},
+    {"breakpoint of the time function", "0 4.5"},
+    {"breakpoint of the time function", "30.5 12.25"},
+    {"number of the time function", "11"},
+    {"name of the time function", "Velocity"},
+    {"breakpoint count of the time function", "1"},
+    {"breakpoint of the time function", "0 3"},
+};
+
+const Records legacy_segment_parameter_records = {
+    {"segment count", "2"},
+    {"segment-parameter count", "2"},
+    {"segment parameter", "2 1.5"},
+    {"segment parameter", "14 0.5"},
+    {"segment of the parameter values", "1"},
+    {"value of the segment parameter", "2 20.5"},
+    {"value of the segment parameter", "14 100.5"},
+    {"segment of the parameter values", "2"},
+    {"value of the segment parameter", "2 21.5"},
+    {"value of the segment parameter", "14 7"},
+};
+
+const Records legacy_constant_records = {
+    {"constant count", "2"},
+    {"constant", "70 0.5"},
+    {"constant", "1 3"},
+};
+
+const Records legacy_initial_condition_records = {
+    {"system count", "2"},
+    {"segment count", "2"},
+    {"caption of the system", "Ammonia"},
+    {"flow field of the system", "3"},
+    {"density of the system", "1.5"},
+    {"maximum concentration of the system", "1000.5"},
+    {"caption of the initial conditions", "Segments"},
+    {"initial condition", "1 0.125 0.75"},
+    {"initial condition", "2 0.25 1.0"},
+    {"caption of the system", "Nitrate"},
+    {"flow field of the system", "2"},
+    {"density of the system", "1"},
+    {"maximum concentration of the system", "100"},
+    {"caption of the initial conditions", "Segments"},
+    {"initial condition", "1 2.5 1.0"},
+    {"initial condition", "2 3.5 1"},
+};
+
 void append(Records &records, const Records &more) {
     records.insert(records.end(), more.begin(), more.end());
 }
@@ -162,6 +213,10 @@ Records legacy_records() {
     append(records, legacy_exchange_records);
     append(records, legacy_boundary_records);
     append(records, legacy_load_records);
+    append(records, legacy_time_function_records);
+    append(records, legacy_segment_parameter_records);
+    append(records, legacy_constant_records);
+    append(records, legacy_initial_condition_records);
     return records;
 }
 

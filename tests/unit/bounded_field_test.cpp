@@ -20,11 +20,12 @@ struct Case {
     std::int64_t width = 0;
 };
 
-// A number, then an integer up to 12.
-TEST(BoundedFields, RefuseWhatIsTooLargeAtItsPlace) {
+// A number, then an integer from -7 to 12.
+TEST(BoundedFields, RefuseWhatIsOutOfBoundsAtItsPlace) {
     const std::vector<Case> cases = {
         {"1 12\n", 12},
-        {"1 -2147483648\n", -2147483648},
+        {"1 -7\n", -7},
+        {"1 -8\n", 0, ReadFailureKind::out_of_range, 1, 3, 2},
         {"1,,\n", 5},
         {"1 /\n", 5},
         {"2*7\n", 7},
@@ -44,7 +45,7 @@ TEST(BoundedFields, RefuseWhatIsTooLargeAtItsPlace) {
         ASSERT_EQ(reader.stream().open(folder.write("text.inp", each.text).string()), nullptr);
         std::int32_t first = 0;
         std::int32_t bounded = 5;
-        reader.list("list", field("first", first), at_most(12, "at most 12", "bounded", bounded));
+        reader.list("list", field("first", first), bounded_field("bounded", bounded, {.smallest = -7, .largest = 12, .expected = "at most 12"}));
         EXPECT_EQ(reader.failure().kind, each.failure) << each.text;
         if (each.failure == ReadFailureKind::none) {
             EXPECT_EQ(bounded, each.value) << each.text;
@@ -58,6 +59,19 @@ TEST(BoundedFields, RefuseWhatIsTooLargeAtItsPlace) {
             EXPECT_STREQ(reader.failure().field, "bounded") << each.text;
         }
     }
+}
+
+TEST(BoundedFields, BoundsHoldForWhatIsLeftOut) {
+    const kova_test::TemporaryFolder folder;
+    std::int32_t exported_counter = 0;
+    RecordReader reader(exported_counter);
+    ASSERT_EQ(reader.stream().open(folder.write("text.inp", "  /\n").string()), nullptr);
+    std::int32_t number = 0;
+    reader.list("list", bounded_field("number", number, {.smallest = 1, .expected = "from 1 on"}));
+    EXPECT_EQ(reader.failure().kind, ReadFailureKind::out_of_range);
+    EXPECT_EQ(reader.failure().place.line, 1);
+    EXPECT_EQ(reader.failure().place.column, 3);
+    EXPECT_EQ(reader.failure().width, 1);
 }
 
 } // namespace

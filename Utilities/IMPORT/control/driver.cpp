@@ -140,6 +140,8 @@ void run_sections(ImportModule &module, const Family &family) {
             import_export_notice notice = start_notice(module, IMPORT_EXPORT_SECTION_SKIPPED);
             notice.section = number;
             notice.section_name = section.name;
+            notice.statement = "";
+            notice.statement_number = 0;
             notice.reason = "This version of the utility does not import the section.";
             give(module, notice);
         }

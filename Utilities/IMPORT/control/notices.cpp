@@ -1,5 +1,7 @@
 #include "control/notices.h"
 
+#include "control/short_text.h"
+
 #include <string_view>
 
 namespace kova_import {
@@ -20,7 +22,7 @@ const char *reason_of(const ReadFailure &failure) {
     case ReadFailureKind::bad_value:
         return "The value cannot be converted.";
     case ReadFailureKind::out_of_range:
-        return "The value is too large.";
+        return "The value is out of range.";
     case ReadFailureKind::end_of_file:
         return "The file ends here, but the section is not complete.";
     case ReadFailureKind::open_delimiter:
@@ -76,6 +78,7 @@ import_export_notice start_notice(const ImportModule &module, import_export_noti
     notice.advice = "";
     notice.line_text = "";
     notice.path = module.path.c_str();
+    notice.name = "";
     return notice;
 }
 
@@ -132,12 +135,22 @@ void give_reason_of_send(const ImportModule &module, import_export_notice_kind k
 
 void give_reason_at(const ImportModule &module, RecordPlace place, import_export_notice_kind kind,
                     const char *reason, std::int64_t number) {
+    give_named(module, place, kind, reason, number, "");
+}
+
+void give_named(const ImportModule &module, RecordPlace place, import_export_notice_kind kind,
+                const char *reason, std::int64_t number, std::string_view name) {
+    constexpr std::size_t longest_name = 60;
+    ShortText<longest_name> terminated;
+    terminated.assign(name);
     import_export_notice notice = start_notice(module, kind);
     notice.statement = place.statement;
     notice.statement_number = 0;
     notice.line = place.line;
     notice.reason = reason;
     notice.number = number;
+    notice.name = terminated.c_str();
+    notice.name_length = terminated.view().size();
     give(module, notice);
 }
 

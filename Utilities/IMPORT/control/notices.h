@@ -4,6 +4,7 @@
 #include "import_export.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace kova_import {
 
@@ -28,6 +29,10 @@ void give_reason_of_send(const ImportModule &module, import_export_notice_kind k
 /// Something about a record that has been read before, as below.
 void give_reason_at(const ImportModule &module, RecordPlace place, import_export_notice_kind kind,
                     const char *reason, std::int64_t number = 0);
+
+/// The same of something that has a name beside its number.
+void give_named(const ImportModule &module, RecordPlace place, import_export_notice_kind kind,
+                const char *reason, std::int64_t number, std::string_view name);
 
 /// Something about the last record that needs only a sentence, and perhaps the number of the
 /// segment, system, field, function, parameter or constant.

@@ -336,21 +336,25 @@ bool RecordReader::number_item(Field<T> item) {
 bool RecordReader::list_item(Field<std::int32_t> item) { return number_item(item); }
 bool RecordReader::list_item(Field<float> item) { return number_item(item); }
 
-// Bounds are for counts, which are few: the value is always taken whole, so that its place is
-// known.
+// Bounds are for counts and the like, which are few: the value is always taken whole, so that its
+// place is known.
 bool RecordReader::list_item(BoundedField item) {
     ItemState state = begin_item();
     if (state == ItemState::fresh)
         state = take_value();
     if (state == ItemState::absent)
-        return leave_out(item.name);
-    if (state == ItemState::failed || !convert_value(field(item.name, *item.target)))
-        return false;
-    if (*item.target <= item.largest)
+        return leave_out(item.name) && is_within(item, stream_.place(), 1, {});
+    return state != ItemState::failed && convert_value(field(item.name, *item.target)) &&
+           is_within(item, value_.mark.place(), value_.width, value_.kept());
+}
+
+bool RecordReader::is_within(const BoundedField &item, FilePlace place, std::int64_t width,
+                             std::string_view found) {
+    if (*item.target >= item.bounds.smallest && *item.target <= item.bounds.largest)
         return true;
-    static_cast<void>(fail_value(item.name, item.expected));
-    if (failure_.kind == ReadFailureKind::bad_value)
-        failure_.kind = ReadFailureKind::out_of_range;
+    fail(ReadFailureKind::out_of_range, place, width, found);
+    failure_.field = item.name;
+    failure_.expected = item.bounds.expected;
     return false;
 }
 
@@ -456,12 +460,23 @@ bool RecordReader::fail_value(const char *name, const char *expected) {
     return false;
 }
 
+namespace {
+
+bool starts_with_letter(std::string_view text) {
+    const char first = text.empty() ? '\0' : text.front();
+    return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z');
+}
+
+} // namespace
+
 bool RecordReader::fail_number(const char *name, const char *expected) {
     static_cast<void>(fail_value(name, expected));
     if (value_.delimiter == '\0') {
         if (value_.mark.line != first_line_)
             failure_.advice =
                 "The record started in an earlier line; it may be a value short there.";
+        else if (starts_with_letter(value_.kept()))
+            failure_.advice = "A count above may be too large, or a line too much or missing.";
         return false;
     }
     FixedText<Value::kept_text + 2> quoted;
@@ -507,7 +522,9 @@ void RecordReader::fail(ReadFailureKind kind, FilePlace place, std::int64_t widt
     failure_.found.assign(found);
     if (kind == ReadFailureKind::not_open)
         return;
-    if (kind == ReadFailureKind::bad_value && stream_.line_is_cut())
+    const bool is_about_value =
+        kind == ReadFailureKind::bad_value || kind == ReadFailureKind::out_of_range;
+    if (is_about_value && stream_.line_is_cut())
         failure_.kind = ReadFailureKind::system_error;
     else if (kind == ReadFailureKind::bad_value && stream_.has_wide_characters())
         failure_.kind = ReadFailureKind::wide_text;

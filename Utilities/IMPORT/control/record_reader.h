@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
@@ -29,17 +30,23 @@ template <class T>
     return {name, &target};
 }
 
-/// An integer item with a largest value.
+/// The integers that an item may be.
+struct Bounds {
+    std::int32_t smallest = std::numeric_limits<std::int32_t>::min();
+    std::int32_t largest = std::numeric_limits<std::int32_t>::max();
+    const char *expected = ""; ///< "at most 12 functions"
+};
+
+/// An integer item with bounds. They hold for the item that a record leaves out, too.
 struct BoundedField {
     const char *name;
     std::int32_t *target;
-    std::int32_t largest;
-    const char *expected; ///< "at most 12 functions"
+    Bounds bounds;
 };
 
-[[nodiscard]] constexpr BoundedField at_most(std::int32_t largest, const char *expected,
-                                             const char *name, std::int32_t &target) {
-    return {name, &target, largest, expected};
+[[nodiscard]] constexpr BoundedField bounded_field(const char *name, std::int32_t &target,
+                                                   Bounds bounds) {
+    return {name, &target, bounds};
 }
 
 /// A text item that nobody needs: headings and titles.
@@ -75,7 +82,7 @@ fields_of(Row &row, const std::tuple<Member<Row, T>...> &list) {
 enum class ReadFailureKind : std::uint8_t {
     none,
     bad_value,      ///< a field or value cannot be converted
-    out_of_range,   ///< a value is larger than what can be dealt with
+    out_of_range,   ///< a value is larger or smaller than what can be dealt with
     end_of_file,    ///< the file ends before the read is complete
     open_delimiter, ///< the file ends inside a quoted text
     system_error,   ///< the system could not read the file
@@ -346,6 +353,8 @@ class RecordReader {
     void show_line(FilePlace place);
 
     bool leave_out(const char *name);
+    [[nodiscard]] bool is_within(const BoundedField &item, FilePlace place, std::int64_t width,
+                                 std::string_view found);
 
     RecordStream stream_;
     std::int32_t *exported_counter_;

@@ -4,6 +4,12 @@
 
 namespace kova_import {
 
+void send_cell(std::int32_t value) {
+    FixedText<132> text;
+    send<"GSPRINTFI">(Result{text}, "%d", value);
+    send<"PINFOHTML">(TerminatedText{text});
+}
+
 void report_read_error(ImportModule &module, ErrorReport where) {
     console::write_line("Error Reading Import File at Line: ", module.reader.line_counter());
     if (where == ErrorReport::information_pane) {

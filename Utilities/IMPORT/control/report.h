@@ -27,6 +27,16 @@ void send_report_line(const char (&message)[n]) {
     send<"PINFOHTML">(message);
 }
 
+/// A table cell with a number, which the host formats.
+void send_cell(std::int32_t value);
+
+template <std::size_t n>
+void send_cell(float value, const char (&format)[n]) {
+    FixedText<132> text;
+    send<"GSPRINTFR">(Result{text}, format, value);
+    send<"PINFOHTML">(TerminatedText{text});
+}
+
 /// Tells that the running section failed at the present statement, and sets `import_error`.
 void report_read_error(ImportModule &module, ErrorReport where);
 

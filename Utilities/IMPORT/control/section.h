@@ -29,6 +29,10 @@ enum class SectionNumber : std::int32_t {
     exchanges,
     boundary_conditions,
     loads,
+    time_functions,
+    segment_parameters,
+    constants,
+    initial_conditions,
 };
 
 /// All sections of a file format, in the order in which they stand in the file.

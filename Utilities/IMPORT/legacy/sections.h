@@ -14,5 +14,9 @@ void flows(ImportModule &module);
 void exchanges(ImportModule &module);
 void boundary(ImportModule &module);
 void loads(ImportModule &module);
+void timefunctions(ImportModule &module);
+void seg_parameters(ImportModule &module);
+void constants(ImportModule &module);
+void initial_conditions(ImportModule &module);
 
 } // namespace kova_import::legacy

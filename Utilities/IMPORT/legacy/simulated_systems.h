@@ -1,7 +1,7 @@
 #pragma once
 
 #include "control/import_module.h"
-#include "control/sections/system_series.h"
+#include "control/notices.h"
 
 #include <array>
 #include <cstdint>
@@ -21,11 +21,23 @@ class SimulatedSystems {
     /// Whether a state variable stands for `system`, a number of the file.
     [[nodiscard]] bool has(std::int32_t system) const;
 
-    /// Reads the records of a system behind its heading by `read`. Those of a system that the host
-    /// simulates go into `table`; others are checked like them and let go, for `reason_to_drop`.
-    void read_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table,
-                     void (*read)(ImportModule &, std::int32_t, SystemSeriesTable &),
-                     const char *reason_to_drop) const;
+    /// Reads the records of a system by `read(module, system, table)`. Those of a system that the
+    /// host simulates go into `table`; others are checked like them and let go, for
+    /// `reason_to_drop`. `Table` has `is_kept` and `holds_data()`.
+    template <class Table, class Read>
+    void read_system(ImportModule &module, std::int32_t system, Table &table, Read read,
+                     const char *reason_to_drop) const {
+        if (has(system)) {
+            read(module, system, table);
+            return;
+        }
+        const RecordPlace heading = module.reader.last_record();
+        Table dropped;
+        dropped.is_kept = false;
+        read(module, system, dropped);
+        if (module.reader.ok() && dropped.holds_data() && module.shared.transport_only == 0)
+            give_reason_at(module, heading, IMPORT_EXPORT_CONDITION_UNMET, reason_to_drop, system);
+    }
 
   private:
     std::int32_t count_;

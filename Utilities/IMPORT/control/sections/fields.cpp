@@ -24,7 +24,7 @@ void FieldFactors::give_replaced(const ImportModule &module) const {
     for (RowWalk walk(fields_); !walk.at_end();) {
         const OfField &row = walk.next();
         if (row.factors != factors_)
-            give_reason_at(module, {factor_statement, row.line}, IMPORT_EXPORT_CONVERTED,
+            give_reason_at(module, {factor_statement, row.line}, IMPORT_EXPORT_REPLACED,
                            "The host gets the factors of the last field that has functions.",
                            row.field_number);
     }

@@ -69,8 +69,7 @@ void read_flow_series(ImportModule &module, FlowSeriesTable &table) {
         read_shared_count(reader, "flow-field count", module.shared.flow_field_count);
     give_other_count(
         module, of_paths, table.field_count,
-        "There is another number of fields here than in the flow paths; this one replaces it.",
-        table.field_count);
+        "There is another number of fields here than in the flow paths; this one replaces it.", 0);
     reader.for_each_record(table.field_count, [&](std::int32_t number) {
         FixedText<80> caption;
         reader.fixed<"(A80)">("caption of the flow field", field("caption", caption));

@@ -64,19 +64,6 @@ namespace model_parameter_report {
 
 namespace {
 
-void send_cell(std::int32_t value) {
-    FixedText<132> text;
-    send<"GSPRINTFI">(Result{text}, "%d", value);
-    send<"PINFOHTML">(TerminatedText{text});
-}
-
-template <std::size_t n>
-void send_cell(float value, const char (&format)[n]) {
-    FixedText<132> text;
-    send<"GSPRINTFR">(Result{text}, format, value);
-    send<"PINFOHTML">(TerminatedText{text});
-}
-
 template <std::size_t n>
 void start_row(const char (&label)[n]) {
     send<"PINFOHTML">(

@@ -10,8 +10,8 @@
 
 namespace kova_import {
 
-/// A point of a time series, in the order of its record: the value and the time (days), except
-/// where a section says otherwise.
+/// A point of a time series, in the order of its record: the value and the time (days), or the
+/// other way round in time functions.
 struct Breakpoint {
     float first = 0;
     float second = 0;
@@ -23,6 +23,11 @@ using Breakpoints = ChunkedList<Breakpoint>;
 inline constexpr auto value_and_time = std::tuple{
     member("value", &Breakpoint::first),
     member("time", &Breakpoint::second),
+};
+
+inline constexpr auto time_and_value = std::tuple{
+    member("time", &Breakpoint::first),
+    member("value", &Breakpoint::second),
 };
 
 /// Reads `count` breakpoint records, each a free-form pair of reals.

@@ -11,9 +11,10 @@ void read_series_of_system(RecordReader &reader, const SeriesStatements &stateme
     reader.for_each_record(count, [&](std::int32_t) {
         SegmentSeries series;
         reader.list(statements.segment, field(statements.segment, series.segment));
-        reader.list(statements.breakpoint_count,
-                    at_most(send_buffer_size, "at most 170000 breakpoints",
-                            statements.breakpoint_count, series.breakpoint_count));
+        reader.list(
+            statements.breakpoint_count,
+            bounded_field(statements.breakpoint_count, series.breakpoint_count,
+                          {.largest = send_buffer_size, .expected = "at most 170000 breakpoints"}));
         if (reader.ok())
             table.series.push_back(series);
         read_breakpoints(reader, statements.breakpoint, value_and_time, series.breakpoint_count,

@@ -33,6 +33,8 @@ struct SystemSeriesTable {
     ChunkedList<SystemSeries> systems;
     ChunkedList<SegmentSeries> series;
     Breakpoints breakpoints;
+
+    [[nodiscard]] bool holds_data() const { return series.size() > 0; }
 };
 
 /// What the read statements of a series are called.

@@ -1,0 +1,196 @@
+#include "control/sections/constants.h"
+
+#include "control/chunked_list.h"
+#include "control/counting.h"
+#include "control/notices.h"
+#include "control/report.h"
+#include "control/sections/counts.h"
+#include "control/sections/time_functions.h"
+#include "legacy/constant_translation.h"
+#include "legacy/sections.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace kova_import::legacy {
+
+namespace {
+
+using Row = ConstantRow;
+
+/// A constant of the current model. The record of a column is where its value comes from.
+struct Constant {
+    struct Column {
+        float value = 0;
+        const Row *row = nullptr; ///< of the legacy constant; null: no record gave the value
+        RecordPlace place;
+    };
+    std::int32_t column_count = 0;
+    std::array<Column, 3> columns{};
+};
+
+/// A constant that is a time function in the current model.
+struct ConstantSeries {
+    std::int32_t time_function = 0;
+    float value = 0;
+};
+
+struct ConstantTable {
+    static constexpr std::size_t most = 3000;
+
+    std::vector<Constant> constants = std::vector<Constant>(most); ///< by current number
+    ChunkedList<std::int32_t> mapped;                              ///< current numbers, as sent
+    ChunkedList<ConstantSeries> series;
+
+    [[nodiscard]] Constant &constant(std::int32_t number) {
+        return constants[static_cast<std::size_t>(number - 1)];
+    }
+    [[nodiscard]] const Constant &constant(std::int32_t number) const {
+        return constants[static_cast<std::size_t>(number - 1)];
+    }
+};
+
+// Counts the columns of another constant than the row's own, whose number is that of the constants
+// on the list so far. Hosts know the constants of benthic algae by the columns that this leaves.
+void count_column_by_place(ConstantTable &table) {
+    const std::size_t place = table.mapped.size();
+    if (place <= ConstantTable::most)
+        table.constants[place - 1].column_count = 1;
+}
+
+void apply(const Row &row, float value, RecordPlace place, ConstantTable &table) {
+    if (row.role == ConstantRole::time_function) {
+        table.series.push_back({row.current_number, value});
+        return;
+    }
+    Constant &constant = table.constant(row.current_number);
+    constant.columns[static_cast<std::size_t>(row.column - 1)] = {value, &row, place};
+    if (row.column == 1)
+        table.mapped.push_back(row.current_number);
+    if (row.role == ConstantRole::benthic_algae)
+        count_column_by_place(table);
+    else
+        constant.column_count = row.column;
+    if (row.role == ConstantRole::last_on_list && table.mapped.size() > 0)
+        table.mapped[table.mapped.size() - 1] = row.current_number;
+}
+
+bool is_awaited(const ImportModule &module) {
+    return module.reader.ok() && module.shared.transport_only == 0;
+}
+
+void translate(const ImportModule &module, std::int32_t legacy_number, float value,
+               ConstantTable &table) {
+    const RecordPlace place = module.reader.last_record();
+    const Row *const row = find_constant(legacy_number);
+    if (row == nullptr) {
+        if (is_awaited(module))
+            give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                        "The current model has no such constant.", legacy_number);
+        return;
+    }
+    if (!row->condition.holds(module.shared)) {
+        if (is_awaited(module))
+            give_named(module, place, IMPORT_EXPORT_CONDITION_UNMET,
+                       "The host does not simulate what the constant belongs to.", legacy_number,
+                       row->name);
+        return;
+    }
+    if (row->role != ConstantRole::time_function) {
+        const Constant::Column &before =
+            table.constant(row->current_number).columns[static_cast<std::size_t>(row->column - 1)];
+        if (before.row != nullptr && is_awaited(module))
+            give_named(module, before.place, IMPORT_EXPORT_REPLACED,
+                       "A later record of the same number replaces the value.", legacy_number,
+                       before.row->name);
+    }
+    apply(*row, value, place, table);
+}
+
+void read_constants(ImportModule &module, ConstantTable &table) {
+    RecordReader &reader = module.reader;
+    const std::int32_t count = read_count(reader, "constant count");
+    reader.for_each_record(count, [&](std::int32_t) {
+        std::int32_t legacy_number = 0;
+        float value = 0;
+        reader.list("constant", field("constant number", legacy_number), field("value", value));
+        if (reader.ok())
+            translate(module, legacy_number, value, table);
+    });
+}
+
+// Tells which values the host does not get although they have a place in the current model, and
+// which it gets although no record gives them.
+void give_unsent(const ImportModule &module, const ConstantTable &table) {
+    std::vector<bool> is_mapped(ConstantTable::most, false);
+    for (RowWalk mapped(table.mapped); !mapped.at_end();)
+        is_mapped[static_cast<std::size_t>(mapped.next() - 1)] = true;
+    for (std::size_t i = 0; i < table.constants.size(); ++i) {
+        const Constant &constant = table.constants[i];
+        std::int32_t number = 0;
+        for (const Constant::Column &column : constant.columns) {
+            const bool is_sent = is_mapped[i] && ++number <= constant.column_count;
+            if (column.row != nullptr && !is_sent)
+                give_named(module, column.place, IMPORT_EXPORT_NOT_IMPORTED,
+                           "The constant is not on the list that the host gets, or its column is "
+                           "not.",
+                           column.row->legacy_number, column.row->name);
+            else if (column.row == nullptr && is_sent)
+                give_reason_of_send(module, IMPORT_EXPORT_DEFAULTED,
+                                    "The host gets 0 for a column that no record gives.",
+                                    static_cast<std::int64_t>(i + 1));
+        }
+    }
+}
+
+/// Calls `visit(constant, column)` for all columns on the list, in its order.
+template <class Visit>
+void for_each_column(const ConstantTable &table, Visit visit) {
+    for (RowWalk mapped(table.mapped); !mapped.at_end();) {
+        const std::int32_t number = mapped.next();
+        for_each_number(table.constant(number).column_count,
+                        [&](std::int32_t column) { visit(number, column); });
+    }
+}
+
+void send_series(const ConstantTable &table, float simulation_length) {
+    if (table.series.size() == 0)
+        return;
+    for (RowWalk all(table.series); !all.at_end();) {
+        const ConstantSeries &series = all.next();
+        float time = 0;
+        send_time_function_series(series.time_function, 1, 2, [&] {
+            const Breakpoint breakpoint{time, series.value};
+            time = simulation_length;
+            return breakpoint;
+        });
+    }
+    send<"PTFSREFRESH">();
+}
+
+void send_constants(const ImportModule &module, const ConstantTable &table) {
+    send_report_line("Importing Kinetic Constants</span></li>");
+    for_each_column(table, send_constant);
+    send<"PCONSTANTSREFRESH">();
+    for_each_column(table, [&table](std::int32_t number, std::int32_t column) {
+        const auto &columns = table.constant(number).columns;
+        send_constant_value(number, column, columns[static_cast<std::size_t>(column - 1)].value);
+    });
+    send<"PCONSTANTSREFRESH">();
+    send_series(table, module.simulation_length);
+}
+
+} // namespace
+
+void constants(ImportModule &module) {
+    ConstantTable table;
+    read_constants(module, table);
+    if (!is_awaited(module))
+        return;
+    give_unsent(module, table);
+    send_constants(module, table);
+}
+
+} // namespace kova_import::legacy

@@ -1,0 +1,245 @@
+#include "control/sections/segment_parameters.h"
+
+#include "control/chunked_list.h"
+#include "control/console.h"
+#include "control/counting.h"
+#include "control/notices.h"
+#include "control/report.h"
+#include "control/sections/counts.h"
+#include "control/sections/model_parameters.h"
+#include "legacy/sections.h"
+#include "legacy/segment_parameter_translation.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <span>
+
+namespace kova_import::legacy {
+
+namespace {
+
+/// A place in the list of parameters. Value records may put another number there: the last counts.
+struct ListedParameter {
+    std::int32_t legacy_number = 0;
+    float scale = 0;
+};
+
+struct SegmentValue {
+    std::int32_t segment = 0;
+    float value = 0;
+};
+
+/// The values of a legacy parameter in the order of the segments, of those segments that have one.
+/// The last of several in a segment counts.
+using ParameterValues = ChunkedList<SegmentValue>;
+
+struct SegmentParameterTable {
+    std::int32_t segment_count = 0;
+    std::int32_t parameter_count = 0;
+    ChunkedList<ListedParameter> list;
+    std::array<ParameterValues, last_legacy_parameter + 1> values; ///< by legacy number
+};
+
+using Row = SegmentParameterRow;
+
+std::span<const Row> rows_of(std::int32_t legacy_number) {
+    struct ByNumber {
+        bool operator()(const Row &row, std::int32_t number) const {
+            return row.legacy_number < number;
+        }
+        bool operator()(std::int32_t number, const Row &row) const {
+            return number < row.legacy_number;
+        }
+    };
+    const std::span all(segment_parameter_rows::rows);
+    const auto [first, last] = std::equal_range(all.begin(), all.end(), legacy_number, ByNumber{});
+    return {first, last};
+}
+
+// Tells, where a legacy number comes up, that nothing or not all becomes of it.
+void give_untranslated(const ImportModule &module, std::int32_t legacy_number) {
+    if (!module.reader.ok() || module.shared.transport_only != 0)
+        return;
+    const RecordPlace place = module.reader.last_record();
+    const auto rows = rows_of(legacy_number);
+    if (module.shared.model_type != eutrophication)
+        give_reason(module, IMPORT_EXPORT_CONDITION_UNMET,
+                    "Only segment parameters of eutrophication models (type 11) come across.",
+                    legacy_number);
+    else if (legacy_number == second_water_temperature)
+        give_named(module, place, IMPORT_EXPORT_NOT_IMPORTED,
+                   "There is only one water temperature time function in the current model.",
+                   legacy_number, "Water Temperature Time Function");
+    else if (rows.empty())
+        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                    "The current model has no such segment parameter.", legacy_number);
+    else if (!rows.front().applies(module.shared))
+        give_named(module, place, IMPORT_EXPORT_CONDITION_UNMET,
+                   "The host does not simulate what the segment parameter belongs to.",
+                   legacy_number, rows.front().name);
+}
+
+void read_list(ImportModule &module, SegmentParameterTable &table) {
+    RecordReader &reader = module.reader;
+    reader.for_each_record(table.parameter_count, [&](std::int32_t) {
+        ListedParameter listed;
+        reader.list("segment parameter", field("parameter number", listed.legacy_number),
+                    field("scale factor", listed.scale));
+        give_untranslated(module, listed.legacy_number);
+        if (reader.ok())
+            table.list.push_back(listed);
+    });
+}
+
+void keep_value(const ImportModule &module, std::int32_t segment, std::int32_t legacy_number,
+                float value, SegmentParameterTable &table) {
+    if (legacy_number < 0 || legacy_number > last_legacy_parameter)
+        return;
+    ParameterValues &values = table.values[static_cast<std::size_t>(legacy_number)];
+    if (values.size() > 0 && values[values.size() - 1].segment == segment) {
+        if (module.shared.transport_only == 0)
+            give_reason(module, IMPORT_EXPORT_REPLACED,
+                        "The value replaces an earlier one of the same parameter and segment.",
+                        legacy_number);
+        values[values.size() - 1].value = value;
+    } else {
+        values.push_back({segment, value});
+    }
+}
+
+void read_value(ImportModule &module, std::int32_t segment, ListedParameter &listed,
+                SegmentParameterTable &table) {
+    // what a record leaves out stays as it is; no file can give this value
+    constexpr float left_out = std::numeric_limits<float>::quiet_NaN();
+    RecordReader &reader = module.reader;
+    const std::int32_t number_in_list = listed.legacy_number;
+    float value = left_out;
+    reader.list("value of the segment parameter", field("parameter number", listed.legacy_number),
+                field("value", value));
+    if (!reader.ok())
+        return;
+    if (listed.legacy_number != number_in_list && module.shared.transport_only == 0) {
+        give_reason(module, IMPORT_EXPORT_CONVERTED,
+                    "The record bears another number than the list; the last one counts.",
+                    listed.legacy_number);
+        give_untranslated(module, listed.legacy_number);
+    }
+    if (!std::isnan(value))
+        keep_value(module, segment, listed.legacy_number, value, table);
+}
+
+void read_segments(ImportModule &module, SegmentParameterTable &table) {
+    RecordReader &reader = module.reader;
+    reader.for_each_record(table.segment_count, [&](std::int32_t segment) {
+        std::int32_t segment_number = 0;
+        reader.list("segment of the parameter values",
+                    field("segment of the parameter values", segment_number));
+        reader.for_each_record(table.parameter_count, [&](std::int32_t place) {
+            read_value(module, segment, table.list[static_cast<std::size_t>(place - 1)], table);
+        });
+    });
+}
+
+// A few bytes must not make thousands of millions of commands: the two parameters of the air
+// temperature go to all segments, also where no record backs their number.
+Bounds parameter_count_bounds(const ImportModule &module, std::int32_t segment_count) {
+    constexpr std::int32_t most_unbacked_segments = 100000;
+    if (module.shared.tf10_present != 0 && module.shared.transport_only == 0 &&
+        segment_count > most_unbacked_segments)
+        return {.smallest = 1, .expected = "at least 1 parameter, with more than 100000 segments"};
+    return {};
+}
+
+void read_parameters(ImportModule &module, SegmentParameterTable &table) {
+    RecordReader &reader = module.reader;
+    table.segment_count = read_shared_count(reader, "segment count", module.shared.segment_count);
+    reader.list("segment-parameter count",
+                bounded_field("segment-parameter count", table.parameter_count,
+                              parameter_count_bounds(module, table.segment_count)));
+    if (table.parameter_count <= 0)
+        return;
+    read_list(module, table);
+    read_segments(module, table);
+}
+
+struct TranslatedParameter {
+    const Row *row = nullptr;
+    float scale = 0;
+};
+
+struct TranslatedParameters {
+    ChunkedList<TranslatedParameter> entries;
+    std::int64_t second_water_temperatures = 0;
+};
+
+void add(TranslatedParameters &translated, const Row &row, float scale) {
+    translated.entries.push_back({&row, row.is_one ? 1.0F : scale});
+}
+
+TranslatedParameters translate(const ImportModule &module, const SegmentParameterTable &table) {
+    TranslatedParameters translated;
+    for (RowWalk list(table.list); !list.at_end();) {
+        if (module.shared.model_type != eutrophication)
+            break;
+        const ListedParameter &listed = list.next();
+        if (listed.legacy_number == second_water_temperature)
+            ++translated.second_water_temperatures;
+        for (const Row &row : rows_of(listed.legacy_number))
+            if (row.applies(module.shared))
+                add(translated, row, listed.scale);
+    }
+    if (module.shared.tf10_present != 0)
+        for (const Row &row : segment_parameter_rows::air_temperature_rows)
+            add(translated, row, 1);
+    return translated;
+}
+
+void send_values(const Row &row, const SegmentParameterTable &table) {
+    RowWalk values(table.values[static_cast<std::size_t>(row.legacy_number)]);
+    std::optional<SegmentValue> next;
+    for_each_number(table.segment_count, [&](std::int32_t segment) {
+        if (row.is_one) {
+            send_parameter_value(segment, row.parameter, 1);
+            return;
+        }
+        if (!next && !values.at_end())
+            next = values.next();
+        const bool is_here = next && next->segment == segment;
+        send_parameter_value(segment, row.parameter, is_here ? next->value : 0);
+        if (is_here)
+            next.reset();
+    });
+}
+
+void send_parameters(const TranslatedParameters &translated, const SegmentParameterTable &table) {
+    for (std::int64_t i = 0; i < translated.second_water_temperatures; ++i)
+        send_report_line("There is only 1 Water Temperature Time Function in KOVA8</span></li>");
+    if (translated.entries.size() > 0) {
+        send_report_line("Importing Segment Parameter Information</span></li>");
+        for (RowWalk entries(translated.entries); !entries.at_end();) {
+            const TranslatedParameter &entry = entries.next();
+            send_parameter(entry.row->parameter, entry.scale);
+        }
+        send<"PPARAMSREFRESH">();
+        for (RowWalk entries(translated.entries); !entries.at_end();)
+            send_values(*entries.next().row, table);
+    }
+    send<"PPARAMSREFRESH">();
+}
+
+} // namespace
+
+void seg_parameters(ImportModule &module) {
+    console::write_line("Reading Segment Parameters");
+    SegmentParameterTable table;
+    read_parameters(module, table);
+    if (module.reader.ok() && module.shared.transport_only == 0)
+        send_parameters(translate(module, table), table);
+}
+
+} // namespace kova_import::legacy
