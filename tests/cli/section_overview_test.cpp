@@ -132,8 +132,7 @@ TEST(SectionOverview, JsonHasRemarksAlways) {
     EXPECT_EQ(none[0]["remarks"].dump(), "{}");
     EXPECT_EQ(none[flow_paths]["remarks"].dump(), R"({"descriptions_cut":0})");
     EXPECT_EQ(none[flow_series]["remarks"].dump(), R"({"data_replaced":0})");
-    EXPECT_EQ(none[exchanges]["remarks"].dump(),
-              R"({"data_replaced":0,"descriptions_cut":0})");
+    EXPECT_EQ(none[exchanges]["remarks"].dump(), R"({"data_replaced":0,"descriptions_cut":0})");
     EXPECT_EQ(none[boundaries]["remarks"].dump(), R"({"systems_dropped":0,"factors_dropped":0})");
     EXPECT_EQ(none[loads]["remarks"].dump(), R"({"placeholders":0,"loads_replaced":0,)"
                                              R"("systems_dropped":0,"factors_dropped":0})");

@@ -21,24 +21,24 @@ import generate
 from command_log import Answers, SendBuffers
 from driver import import_file
 
-COMBINATIONS = [(scope, names) for scope in ("all", "transport") for names in ("yes", "no")]
+COMBINATIONS = [(scope, names, tables) for scope in ("all", "transport") for names in ("yes", "no") for tables in ("no", "yes")]
 PATH_TEXT = b"model.inp"
 
 
-def write_case(folder, name, content, scope, names):
+def write_case(folder, name, content, scope, names, tables):
     (folder / f"{name}.inp").write_bytes(content)
-    (folder / f"{name}.options").write_text(f"scope {scope}\nindex-names {names}\n")
+    (folder / f"{name}.options").write_text(f"scope {scope}\nindex-names {names}\nreport-tables {tables}\n")
 
 
 def write_cases(folder, arguments):
     cases = []
     for seed in range(arguments.seed, arguments.seed + arguments.count):
-        scope, names = COMBINATIONS[seed % len(COMBINATIONS)]
+        combination = COMBINATIONS[seed % len(COMBINATIONS)]
         content = generate.generate(seed)
-        cases.append((f"generated-{seed}", content, scope, names))
+        cases.append((f"generated-{seed}", content, *combination))
     for path in map(Path, arguments.files):
-        cases += [(f"given-{path.stem}-{scope}-{names}", path.read_bytes(), scope, names)
-                  for scope, names in COMBINATIONS]
+        cases += [("-".join(("given", path.stem, *combination)), path.read_bytes(), *combination)
+                  for combination in COMBINATIONS]
     for case in cases:
         write_case(folder, *case)
     return sorted(cases, key=lambda case: f"{case[0]}.inp".encode())
@@ -63,10 +63,11 @@ def failed_statement(result):
     return result.failure.statement if result.failure else None
 
 
-def compare(folder, send_buffers, name, content, scope, names):
+def compare(folder, send_buffers, name, content, scope, names, tables):
     answers = Answers(verbose=1, scope=0 if scope == "transport" else 1,
                       index_names=0 if names == "yes" else 1)
-    result = import_file(content, answers, PATH_TEXT, send_buffers=send_buffers)
+    result = import_file(content, answers, PATH_TEXT, send_buffers=send_buffers,
+                         report_tables=int(tables == "yes"))
     differences = [
         ("log", first_difference([line.encode("ascii") for line in result.log_lines], lines_of(folder / f"{name}.log"))),
         ("console", first_difference(list(result.console_lines), lines_of(folder / f"{name}.console"))),

@@ -193,6 +193,46 @@ class BadInput(unittest.TestCase):
             self.assertEqual(status, 1, content)
             self.assertIn("ends here", json.dumps(result["errors"]), content)
 
+    def test_huge_counts_of_functions_parameters_constants_and_conditions(self):
+        functions = ONE_SYSTEM + NO_SEGMENTS + NO_NETWORK
+        parameters = functions + NO_TIME_FUNCTIONS
+        constants = parameters + NO_PARAMETERS
+        conditions = constants + NO_CONSTANTS
+        for content in (
+                functions + "1\n1\nWarm\n" + HUGE + "\n0 1\n",
+                parameters + HUGE + "\n1\n2 1\n1\n2 5\n",
+                parameters + "1\n" + HUGE + "\n2 1\n",
+                constants + HUGE + "\n1 2\n",
+                conditions + HUGE + "\n0\nAmmonia\n0\n0\n0\nSegments\n",
+                conditions + "1\n" + HUGE + "\nAmmonia\n0\n0\n0\nSegments\n1 2 3\n"):
+            status, result = self.import_bytes(content)
+            self.assertEqual(status, 1, content)
+            self.assertIn("ends here", json.dumps(result["errors"]), content)
+        status, result = self.import_bytes(functions + "51\n")
+        self.assertEqual(status, 1)
+        self.assertEqual(result["errors"][0]["expected"], "at most 50 time functions")
+
+    def test_numbers_that_the_file_chooses_size_no_table(self):
+        parameters = ONE_SYSTEM + NO_SEGMENTS + NO_NETWORK + NO_TIME_FUNCTIONS
+        # a parameter table of large numbers
+        numbers = range(1900000000, 1900003000)
+        listed = "".join(f"{number} 1\n" for number in numbers)
+        values = "".join(f"{number} 0.5\n" for number in numbers)
+        content = parameters + "2\n3000\n" + listed + "1\n" + values + "2\n" + values + NO_CONSTANTS + NO_INITIAL_CONDITIONS
+        status, _ = self.import_bytes(content)
+        self.assertEqual(status, 0)
+        # a segment far away
+        conditions = parameters + NO_PARAMETERS + NO_CONSTANTS
+        status, result = self.import_bytes(conditions + "1\n" + HUGE + "\nAmmonia\n0\n0\n0\nSegments\n1900000000 2 3\n")
+        self.assertEqual(status, 1)
+        self.assertIn("ends here", json.dumps(result["errors"]))
+        # segments that no record backs
+        status, result = self.import_bytes(conditions + "0\n100001\n")
+        self.assertEqual(status, 1)
+        self.assertEqual(result["errors"][0]["expected"], "at most 100000 segments, without any system")
+        status, _ = self.import_bytes(conditions + "0\n100000\n")
+        self.assertEqual(status, 0)
+
     def test_series_longer_than_the_buffers_are_refused_where_they_are_announced(self):
         boundaries = ONE_SYSTEM + NO_SEGMENTS + NO_FLOW_PATHS + NO_FLOWS + NO_EXCHANGES
         for content, line in ((boundaries + "1\nAmmonia\n1\n1.0\n7\n", 33),

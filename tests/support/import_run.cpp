@@ -86,8 +86,12 @@ ImportRun run_with_host(const std::function<void()> &routine, const ImportSettin
     host.answer_dialogs(answers);
     host.set_import_file(settings.path);
     host.log_to([&log](std::string_view piece) { log += piece; });
-    if (settings.before)
-        host.observe_before(settings.before);
+    host.observe_before([&settings](const kova_host::ReceivedCommand &command) {
+        if (settings.report_tables && command.keyword == "PDIALOG")
+            IMPORT_EXPORT.report_tables = 1;
+        if (settings.before)
+            settings.before(command);
+    });
 
     ImportRun run;
     IMPORT_EXPORT.notice = settings.want_notices ? collect : nullptr;
@@ -117,7 +121,8 @@ Notice::Notice(const import_export_notice &notice)
       column(notice.column), width(notice.width), field(notice.field), expected(notice.expected),
       found(notice.found, notice.found_length), reason(notice.reason), advice(notice.advice),
       line_text(notice.line_text, notice.line_text_length),
-      line_text_column(notice.line_text_column), number(notice.number), path(notice.path) {
+      line_text_column(notice.line_text_column), number(notice.number),
+      name(notice.name, notice.name_length), path(notice.path) {
     if (notice.size != sizeof notice)
         throw std::runtime_error("the notice has another size than its struct");
 }
@@ -158,7 +163,10 @@ ImportSettings settings_of(const std::filesystem::path &path) {
             settings.transport_only = true;
         else if (line == "index-names no")
             settings.index_segment_names = false;
-        else if (!line.empty() && line != "scope all" && line != "index-names yes")
+        else if (line == "report-tables yes")
+            settings.report_tables = true;
+        else if (!line.empty() && line != "scope all" && line != "index-names yes" &&
+                 line != "report-tables no")
             throw std::invalid_argument(path.string() + ": " + line);
     }
     return settings;

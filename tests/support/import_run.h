@@ -35,6 +35,7 @@ struct Notice {
     std::string line_text;
     std::int64_t line_text_column;
     std::int64_t number;
+    std::string name;
     std::string path;
 };
 
@@ -56,6 +57,7 @@ struct ImportSettings {
     bool transport_only = false;
     bool index_segment_names = true;
     bool want_notices = true;
+    bool report_tables = false; ///< the host asks for tables while the first question is open
     /// Called before each command takes effect.
     kova_host::CommandObserver before;
     /// The path that the host gives; "model.inp" is the file with the text.

@@ -17,9 +17,9 @@ struct Record {
 
 using Records = std::vector<Record>;
 
-/// A whole legacy eutrophication model: systems 1 to 3, the last of which is bypassed, two segments,
-/// two fields of flows and exchanges of which the second has no functions, and something in every
-/// other section. All of it comes across.
+/// A whole legacy eutrophication model: systems 1 to 3, the last of which is bypassed, two
+/// segments, two fields of flows and exchanges of which the second has no functions, and something
+/// in every other section. All of it comes across.
 [[nodiscard]] Records legacy_records();
 
 /// Its records through the segments.

@@ -1,0 +1,268 @@
+// What a person is told of time functions, segment parameters, constants and initial conditions
+// that do not come across, or come across changed.
+
+#include "tests/support/import_run.h"
+#include "tests/support/model_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace kova_test {
+namespace {
+
+constexpr std::int32_t time_functions = 8;
+constexpr std::int32_t segment_parameters = 9;
+constexpr std::int32_t constants = 10;
+constexpr std::int32_t initial_conditions = 11;
+
+/// A notice as far as these tests look at it; `line` is 0 where no record stands for it.
+struct Told {
+    std::int32_t kind;
+    std::int64_t number;
+    std::string name;
+    std::size_t line;
+
+    friend bool operator==(const Told &, const Told &) = default;
+    friend std::ostream &operator<<(std::ostream &stream, const Told &told) {
+        return stream << "kind " << told.kind << ", number " << told.number << ", " << told.name
+                      << ", line " << told.line;
+    }
+};
+
+std::vector<Told> told(const Records &records, std::int32_t section, bool transport_only = false) {
+    ImportSettings settings;
+    settings.transport_only = transport_only;
+    std::vector<Told> all;
+    for (const Notice &notice : import_text(text_of(records), settings).notices)
+        if (notice.section == section)
+            all.push_back(
+                {notice.kind, notice.number, notice.name, static_cast<std::size_t>(notice.line)});
+    return all;
+}
+
+std::size_t line_of(const Records &records, std::string_view name, std::size_t occurrence = 0) {
+    return position_of(records, name, occurrence) + 1;
+}
+
+/// The records with a section's own records, from `first` up to the record `next`, replaced.
+Records with_section(const Records &records, std::string_view first, std::size_t occurrence,
+                     std::string_view next, std::size_t next_occurrence, const Records &section) {
+    const auto from = static_cast<std::ptrdiff_t>(position_of(records, first, occurrence));
+    const auto to = static_cast<std::ptrdiff_t>(position_of(records, next, next_occurrence));
+    Records changed(records.begin(), records.begin() + from);
+    changed.insert(changed.end(), section.begin(), section.end());
+    changed.insert(changed.end(), records.begin() + to, records.end());
+    return changed;
+}
+
+struct SmallFunction {
+    int number;
+    std::string name;
+};
+
+Records with_time_functions(const std::vector<SmallFunction> &functions) {
+    Records section = {{"time-function count", std::to_string(functions.size())}};
+    for (const SmallFunction &function : functions) {
+        section.push_back({"number of the time function", std::to_string(function.number)});
+        section.push_back({"name of the time function", function.name});
+        section.push_back({"breakpoint count of the time function", "0"});
+    }
+    return with_section(legacy_records(), "time-function count", 0, "segment count", 1, section);
+}
+
+Records with_constants(const std::vector<std::string> &records) {
+    Records section = {{"constant count", std::to_string(records.size())}};
+    for (const std::string &record : records)
+        section.push_back({"constant", record});
+    return with_section(legacy_records(), "constant count", 0, "system count", 3, section);
+}
+
+TEST(KineticsNotices, NothingIsToldOfAModelThatComesAcross) {
+    for (std::int32_t section = time_functions; section <= initial_conditions; ++section)
+        EXPECT_EQ(told(legacy_records(), section), std::vector<Told>{}) << section;
+}
+
+TEST(KineticsNotices, TellOfTimeFunctionsThatTheCurrentModelLacks) {
+    const Records records = with_time_functions(
+        {{23, "Early"}, {2, "Cold"}, {17, "Ice"}, {26, "What"}, {1, "Warm"}, {777, "Far"}});
+    const auto name_line = [&](std::size_t i) {
+        return line_of(records, "name of the time function", i);
+    };
+    const std::vector<Told> expected = {
+        {IMPORT_EXPORT_NOT_IMPORTED, 23, "Early", name_line(0)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 2, "Cold", name_line(1)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 17, "Ice", name_line(2)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 26, "What", name_line(3)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 777, "Far", name_line(5)},
+    };
+    EXPECT_EQ(told(records, time_functions), expected);
+    EXPECT_EQ(told(records, time_functions, true), std::vector<Told>{});
+}
+
+TEST(KineticsNotices, TellOfTimeFunctionsThatChange) {
+    const Records records = with_time_functions(
+        {{5, "Sun"}, {24, "Third"}, {1, "'Water temperature of the upper reaches'"}, {1, "Again"}});
+    const auto name_line = [&](std::size_t i) {
+        return line_of(records, "name of the time function", i);
+    };
+    const std::vector<Told> expected = {
+        {IMPORT_EXPORT_CUT, 1, "", name_line(2)},
+        {IMPORT_EXPORT_CONVERTED, 5, "Sun", name_line(0)},
+        {IMPORT_EXPORT_REPLACED, 1, "Water temperature of the upper", name_line(2)},
+        {IMPORT_EXPORT_PLACEHOLDER, 4, "", 0},
+    };
+    EXPECT_EQ(told(records, time_functions), expected);
+}
+
+TEST(KineticsNotices, OtherModelsHaveNeitherTimeFunctionsNorParameters) {
+    const Records records = with(legacy_records(), "header", "    8      2");
+    const auto functions = told(records, time_functions);
+    ASSERT_EQ(functions.size(), 2U);
+    EXPECT_EQ(functions[0].kind, IMPORT_EXPORT_CONDITION_UNMET);
+    EXPECT_EQ(functions[0].name, "Water temperature");
+    const auto parameters = told(records, segment_parameters);
+    ASSERT_EQ(parameters.size(), 2U);
+    EXPECT_EQ(parameters[1].kind, IMPORT_EXPORT_CONDITION_UNMET);
+    EXPECT_EQ(parameters[1].number, 14);
+}
+
+TEST(KineticsNotices, TellOfSegmentParametersWithoutAPlace) {
+    Records records = with(legacy_records(), "segment parameter", "3 1");
+    records = with(records, "value of the segment parameter", "3 1");
+    records = with(records, "value of the segment parameter", "20 1", 1);
+    records = with(records, "value of the segment parameter", "25 1", 2);
+    records = with(records, "value of the segment parameter", "1900000000 1", 3);
+    const auto value_line = [&](std::size_t i) {
+        return line_of(records, "value of the segment parameter", i);
+    };
+    const std::vector<Told> expected = {
+        {IMPORT_EXPORT_NOT_IMPORTED, 3, "Water Temperature Time Function",
+         line_of(records, "segment parameter")},
+        {IMPORT_EXPORT_CONVERTED, 20, "", value_line(1)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 20, "", value_line(1)},
+        {IMPORT_EXPORT_CONVERTED, 25, "", value_line(2)},
+        {IMPORT_EXPORT_CONDITION_UNMET, 25, "Settling Rate -- Solids", value_line(2)},
+        {IMPORT_EXPORT_CONVERTED, 1900000000, "", value_line(3)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 1900000000, "", value_line(3)},
+    };
+    EXPECT_EQ(told(records, segment_parameters), expected);
+    EXPECT_EQ(told(records, segment_parameters, true), std::vector<Told>{});
+}
+
+TEST(KineticsNotices, TellOfSegmentValuesThatAreReplaced) {
+    const Records records = with(legacy_records(), "value of the segment parameter", "2 9.5", 1);
+    const auto all = told(records, segment_parameters);
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_EQ(all[0].kind, IMPORT_EXPORT_CONVERTED);
+    EXPECT_EQ(all[1].kind, IMPORT_EXPORT_REPLACED);
+    EXPECT_EQ(all[1].number, 2);
+    // the second segment has the old number again
+    EXPECT_EQ(all[2].kind, IMPORT_EXPORT_CONVERTED);
+    EXPECT_EQ(all[2].number, 14);
+}
+
+TEST(KineticsNotices, TellOfConstantsWithoutAPlace) {
+    // systems 1 and 2 are ammonia and nitrate; there are no solids
+    const Records records =
+        with_constants({"10 0.1", "17 1", "26 1", "70 1", "70 2", "80 3", "9 5", "3001 1"});
+    const auto line = [&](std::size_t i) { return line_of(records, "constant", i); };
+    const std::vector<Told> expected = {
+        {IMPORT_EXPORT_CONDITION_UNMET, 17,
+         "Ammonia Partition Coefficient to Water Column Solids 1 (L/kg", line(1)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 26, "", line(2)},
+        {IMPORT_EXPORT_REPLACED, 70, "Light Option (1 uses input light;  2 uses calculated diel li",
+         line(3)},
+        {IMPORT_EXPORT_CONDITION_UNMET, 9, "Light Threshold at Bottom to Inhibit SOD (watts/m2)",
+         line(6)},
+        {IMPORT_EXPORT_NOT_IMPORTED, 3001, "", line(7)},
+        // the fourth on the list: constant 4 gained the column, not 135
+        {IMPORT_EXPORT_NOT_IMPORTED, 80, "Benthic Algae D:C Ratio (mg D/mg C)", line(5)},
+    };
+    EXPECT_EQ(told(records, constants), expected);
+    EXPECT_EQ(told(records, constants, true), std::vector<Told>{});
+}
+
+TEST(KineticsNotices, TellOfColumnsThatNobodyGives) {
+    // solids 1 to 3, of which the file gives the first and the third
+    Records records = with_constants({"17 1.5", "23 2.5"});
+    std::string flags = "0 0 0";
+    for (int system = 4; system <= 28; ++system)
+        flags += system >= 21 && system <= 23 ? " 0" : " 1";
+    records = with(with(records, "system count", "28"), "bypass flags", flags);
+    EXPECT_EQ(told(records, constants), (std::vector<Told>{{IMPORT_EXPORT_DEFAULTED, 34, "", 0}}));
+}
+
+TEST(KineticsNotices, TellOfInitialConditionsThatStayBehind) {
+    const Records bypassed = with(legacy_records(), "bypass flags", "1 0 1");
+    EXPECT_EQ(told(bypassed, initial_conditions),
+              (std::vector<Told>{{IMPORT_EXPORT_CONDITION_UNMET, 1, "",
+                                  line_of(bypassed, "caption of the system")}}));
+    const Records twice = with(legacy_records(), "initial condition", "1 5 6", 1);
+    EXPECT_EQ(told(twice, initial_conditions),
+              (std::vector<Told>{
+                  {IMPORT_EXPORT_DEFAULTED, 1, "", line_of(twice, "initial condition", 1)}}));
+    EXPECT_EQ(told(twice, initial_conditions, true), std::vector<Told>{});
+}
+
+TEST(KineticsNotices, SayWhatASegmentNumberMayBe) {
+    const Records records = with(legacy_records(), "initial condition", "1900000000 0 0");
+    const auto failures = import_text(text_of(records)).notices_of(IMPORT_EXPORT_READ_FAILED);
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].field, "segment number");
+    EXPECT_EQ(failures[0].expected, "a segment number from 1 to the segment count");
+    EXPECT_EQ(failures[0].found, "1900000000");
+    EXPECT_EQ(failures[0].reason, "The value is out of range.");
+    EXPECT_EQ(failures[0].line, static_cast<std::int64_t>(line_of(records, "initial condition")));
+}
+
+TEST(TimeFunctionTable, IsSentToAHostThatAsksForTables) {
+    Records records = with_time_functions({{2, "Cold"}, {5, "Sun"}});
+    records = with(records, "breakpoint count of the time function", "2", 1);
+    records.insert(
+        records.begin() +
+            static_cast<std::ptrdiff_t>(
+                position_of(records, "breakpoint count of the time function", 1)) +
+            1,
+        {{"breakpoint of the time function", "0 100"}, {"breakpoint of the time function", "1 2"}});
+    ImportSettings settings;
+    settings.report_tables = true;
+    const std::vector<std::string> log = import_text(text_of(records), settings).log;
+    const auto place = [&](const std::string &line) {
+        return static_cast<std::size_t>(std::find(log.begin(), log.end(), line) - log.begin());
+    };
+    const std::size_t first = place("3 PNBRKTF[8] int 4, int 1, int 2");
+    ASSERT_LT(first, log.size());
+    // 0.48426 of 100 and 2, in single precision; the name is that of the first record
+    const std::vector<std::string> expected = {
+        "5 PBRKTF[7] int 4, int 1, int 1, real 0, real 48.4259987",
+        "5 PBRKTF[7] int 4, int 1, int 2, real 1, real 0.968519986",
+        "1 PINFOHTML[10] text[51] \"<tr><td style=\\\"text-align: center; width: 183px;\\\">\\0\"",
+        "1 PINFOHTML[10] text[31] \"Cold\" 26*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[51] \"</td><td style=\\\"text-align: center; width: 78px;\\\">\\0\"",
+        "3 GSPRINTFI[10] text[132] -> \"4\" 131*\" \", text[3] \"%d\\0\", int 4",
+        "1 PINFOHTML[10] text[133] \"4\" 131*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[53] \"</td><td style=\\\"text-align: center; width: 136px;\\\"> "
+        "\\0\"",
+        "3 GSPRINTFI[10] text[132] -> \"2\" 131*\" \", text[3] \"%d\\0\", int 2",
+        "1 PINFOHTML[10] text[133] \"2\" 131*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[52] \"</td><td style=\\\"text-align: center; width: 116px;\\\">\\0\"",
+        "3 GSPRINTFR[10] text[132] -> \"24.697260\" 123*\" \", text[3] \"%f\\0\", real 24.6972599",
+        "1 PINFOHTML[10] text[133] \"24.697260\" 123*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[11] \"</td></tr>\\0\"",
+        "1 PINFOHTML[10] text[37] \"</tbody></table><br></center></body>\\0\"",
+        "0 PTFSREFRESH[12]",
+    };
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(log.at(first + 1 + i), expected[i]);
+    EXPECT_EQ(log.at(first - 11),
+              "1 PINFOHTML[10] text[68] \"<body><center><table style=\\\"text-align: left; "
+              "height: 95px; width: \\0\"");
+}
+
+} // namespace
+} // namespace kova_test
