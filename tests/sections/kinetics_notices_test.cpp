@@ -187,6 +187,12 @@ TEST(KineticsNotices, TellOfConstantsWithoutAPlace) {
     EXPECT_EQ(told(records, constants, true), std::vector<Told>{});
 }
 
+TEST(KineticsNotices, TellOfConstantsThatBecomeTimeFunctions) {
+    const Records records = with_constants({"70 1", "2 15.5"});
+    EXPECT_EQ(told(records, constants), (std::vector<Told>{{IMPORT_EXPORT_CONVERTED, 2, "",
+                                                            line_of(records, "constant", 1)}}));
+}
+
 TEST(KineticsNotices, TellOfColumnsThatNobodyGives) {
     // solids 1 to 3, of which the file gives the first and the third
     Records records = with_constants({"17 1.5", "23 2.5"});

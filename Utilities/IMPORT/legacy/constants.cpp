@@ -81,6 +81,25 @@ bool is_awaited(const ImportModule &module) {
     return module.reader.ok() && module.shared.transport_only == 0;
 }
 
+// Tells of a constant that comes across as something else, or takes the place of another.
+void give_change(const ImportModule &module, const Row &row, ConstantTable &table) {
+    if (!is_awaited(module))
+        return;
+    if (row.role == ConstantRole::time_function) {
+        give_reason(module, IMPORT_EXPORT_CONVERTED,
+                    "The constant becomes a time function that holds its value to the end of the "
+                    "simulation.",
+                    row.legacy_number);
+        return;
+    }
+    const Constant::Column &before =
+        table.constant(row.current_number).columns[static_cast<std::size_t>(row.column - 1)];
+    if (before.row != nullptr)
+        give_named(module, before.place, IMPORT_EXPORT_REPLACED,
+                   "A later record of the same number replaces the value.", row.legacy_number,
+                   before.row->name);
+}
+
 void translate(const ImportModule &module, std::int32_t legacy_number, float value,
                ConstantTable &table) {
     const RecordPlace place = module.reader.last_record();
@@ -98,14 +117,7 @@ void translate(const ImportModule &module, std::int32_t legacy_number, float val
                        row->name);
         return;
     }
-    if (row->role != ConstantRole::time_function) {
-        const Constant::Column &before =
-            table.constant(row->current_number).columns[static_cast<std::size_t>(row->column - 1)];
-        if (before.row != nullptr && is_awaited(module))
-            give_named(module, before.place, IMPORT_EXPORT_REPLACED,
-                       "A later record of the same number replaces the value.", legacy_number,
-                       before.row->name);
-    }
+    give_change(module, *row, table);
     apply(*row, value, place, table);
 }
 
