@@ -111,12 +111,24 @@ TEST(KineticsNotices, TellOfTimeFunctionsThatChange) {
         return line_of(records, "name of the time function", i);
     };
     const std::vector<Told> expected = {
-        {IMPORT_EXPORT_CUT, 1, "", name_line(2)},
+        {IMPORT_EXPORT_CUT, 1, "Water temperature of the upper", name_line(2)},
         {IMPORT_EXPORT_CONVERTED, 5, "Sun", name_line(0)},
-        {IMPORT_EXPORT_REPLACED, 1, "Water temperature of the upper", name_line(2)},
         {IMPORT_EXPORT_PLACEHOLDER, 4, "", 0},
     };
     EXPECT_EQ(told(records, time_functions), expected);
+    EXPECT_EQ(told(records, time_functions, true), std::vector<Told>{});
+}
+
+TEST(KineticsNotices, TellOfBreakpointsThatAreReplacedOrTakenAway) {
+    Records records = with_time_functions({{1, "First"}, {1, "Second"}, {24, "Third"}, {23, "B"}});
+    records = with(records, "breakpoint count of the time function", "1\n0 5");
+    const auto all = told(records, time_functions);
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].kind, IMPORT_EXPORT_REPLACED);
+    EXPECT_EQ(all[0].name, "First");
+    EXPECT_EQ(all[1].kind, IMPORT_EXPORT_NOT_IMPORTED);
+    EXPECT_EQ(all[1].number, 24);
+    EXPECT_EQ(all[1].name, "Third");
 }
 
 TEST(KineticsNotices, OtherModelsHaveNeitherTimeFunctionsNorParameters) {
@@ -157,13 +169,35 @@ TEST(KineticsNotices, TellOfSegmentParametersWithoutAPlace) {
 TEST(KineticsNotices, TellOfSegmentValuesThatAreReplaced) {
     const Records records = with(legacy_records(), "value of the segment parameter", "2 9.5", 1);
     const auto all = told(records, segment_parameters);
-    ASSERT_EQ(all.size(), 3U);
+    ASSERT_EQ(all.size(), 4U);
     EXPECT_EQ(all[0].kind, IMPORT_EXPORT_CONVERTED);
     EXPECT_EQ(all[1].kind, IMPORT_EXPORT_REPLACED);
     EXPECT_EQ(all[1].number, 2);
     // the second segment has the old number again
     EXPECT_EQ(all[2].kind, IMPORT_EXPORT_CONVERTED);
     EXPECT_EQ(all[2].number, 14);
+    // and the first has no value of it
+    EXPECT_EQ(all[3].kind, IMPORT_EXPORT_DEFAULTED);
+    EXPECT_EQ(all[3].number, 14);
+    EXPECT_EQ(all[3].name, "Segment Elevation");
+}
+
+TEST(KineticsNotices, TellOfSegmentValuesWhoseNumberLeavesTheList) {
+    const Records records = with(legacy_records(), "value of the segment parameter", "4 7", 3);
+    const auto all = told(records, segment_parameters);
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_EQ(all[0].kind, IMPORT_EXPORT_CONVERTED);
+    EXPECT_EQ(all[1].kind, IMPORT_EXPORT_DEFAULTED);
+    EXPECT_EQ(all[1].name, "Light Extinction");
+    EXPECT_EQ(all[2].kind, IMPORT_EXPORT_NOT_IMPORTED);
+    EXPECT_EQ(all[2].number, 14);
+}
+
+TEST(KineticsNotices, TellOfSegmentsOutOfOrder) {
+    const Records records = with(legacy_records(), "segment of the parameter values", "2");
+    EXPECT_EQ(told(records, segment_parameters),
+              (std::vector<Told>{{IMPORT_EXPORT_CONVERTED, 1, "",
+                                  line_of(records, "segment of the parameter values")}}));
 }
 
 TEST(KineticsNotices, TellOfConstantsWithoutAPlace) {
@@ -209,9 +243,15 @@ TEST(KineticsNotices, TellOfInitialConditionsThatStayBehind) {
               (std::vector<Told>{{IMPORT_EXPORT_CONDITION_UNMET, 1, "",
                                   line_of(bypassed, "caption of the system")}}));
     const Records twice = with(legacy_records(), "initial condition", "1 5 6", 1);
+    const std::size_t second = line_of(twice, "initial condition", 1);
     EXPECT_EQ(told(twice, initial_conditions),
-              (std::vector<Told>{
-                  {IMPORT_EXPORT_DEFAULTED, 1, "", line_of(twice, "initial condition", 1)}}));
+              (std::vector<Told>{{IMPORT_EXPORT_REPLACED, 1, "", second},
+                                 {IMPORT_EXPORT_DEFAULTED, 1, "", second}}));
+    // the second system is not in the section
+    Records one = with(legacy_records(), "system count", "1", 3);
+    one.resize(position_of(one, "caption of the system", 1));
+    EXPECT_EQ(told(one, initial_conditions),
+              (std::vector<Told>{{IMPORT_EXPORT_DEFAULTED, 2, "", 0}}));
     EXPECT_EQ(told(twice, initial_conditions, true), std::vector<Told>{});
 }
 

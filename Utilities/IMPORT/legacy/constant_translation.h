@@ -363,8 +363,11 @@ inline constexpr std::size_t no_row = rows.size();
 inline constexpr auto row_of_number = [] {
     std::array<std::size_t, largest_legacy_number() + 1> places{};
     places.fill(no_row);
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        places[static_cast<std::size_t>(rows[i].legacy_number)] = i;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        std::size_t &place = places[static_cast<std::size_t>(rows[i].legacy_number)];
+        // a second row of a number would hide the first: no constant expression
+        place = place == no_row ? i : throw "two rows of one legacy number";
+    }
     return places;
 }();
 

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace kova_import::legacy {
@@ -43,6 +44,7 @@ struct ConstantTable {
     std::vector<Constant> constants = std::vector<Constant>(most); ///< by current number
     ChunkedList<std::int32_t> mapped;                              ///< current numbers, as sent
     ChunkedList<ConstantSeries> series;
+    std::set<std::int32_t> time_functions; ///< of those series
 
     [[nodiscard]] Constant &constant(std::int32_t number) {
         return constants[static_cast<std::size_t>(number - 1)];
@@ -63,6 +65,7 @@ void count_column_by_place(ConstantTable &table) {
 void apply(const Row &row, float value, RecordPlace place, ConstantTable &table) {
     if (row.role == ConstantRole::time_function) {
         table.series.push_back({row.current_number, value});
+        table.time_functions.insert(row.current_number);
         return;
     }
     Constant &constant = table.constant(row.current_number);
@@ -90,6 +93,10 @@ void give_change(const ImportModule &module, const Row &row, ConstantTable &tabl
                     "The constant becomes a time function that holds its value to the end of the "
                     "simulation.",
                     row.legacy_number);
+        if (table.time_functions.count(row.current_number) != 0)
+            give_reason(module, IMPORT_EXPORT_REPLACED,
+                        "The record takes the place of an earlier one of the same number.",
+                        row.legacy_number);
         return;
     }
     const Constant::Column &before =
@@ -141,13 +148,14 @@ void give_unsent(const ImportModule &module, const ConstantTable &table) {
         is_mapped[static_cast<std::size_t>(mapped.next() - 1)] = true;
     for (std::size_t i = 0; i < table.constants.size(); ++i) {
         const Constant &constant = table.constants[i];
+        const std::int32_t sent_columns = is_mapped[i] ? constant.column_count : 0;
         std::int32_t number = 0;
         for (const Constant::Column &column : constant.columns) {
-            const bool is_sent = is_mapped[i] && ++number <= constant.column_count;
+            const bool is_sent = ++number <= sent_columns;
             if (column.row != nullptr && !is_sent)
                 give_named(module, column.place, IMPORT_EXPORT_NOT_IMPORTED,
-                           "The constant is not on the list that the host gets, or its column is "
-                           "not.",
+                           is_mapped[i] ? "The column is not among those that the host gets."
+                                        : "The constant is not on the list that the host gets.",
                            column.row->legacy_number, column.row->name);
             else if (column.row == nullptr && is_sent)
                 give_reason_of_send(module, IMPORT_EXPORT_DEFAULTED,

@@ -47,12 +47,17 @@ std::int32_t read_initial_conditions(ImportModule &module, const SimulatedSystem
     return segment_count;
 }
 
-void send_initial_conditions(const InitialConditionTable &table, std::int32_t state_variable_count,
-                             std::int32_t segment_count) {
+void send_initial_conditions(const ImportModule &module, const InitialConditionTable &table,
+                             std::int32_t state_variable_count, std::int32_t segment_count) {
     RowWalk systems(table.systems);
     RowWalk concentrations(table.concentrations);
     for_each_number(state_variable_count, [&](std::int32_t variable) {
         const bool is_in_table = !systems.at_end();
+        if (!is_in_table)
+            give_reason_of_send(module, IMPORT_EXPORT_DEFAULTED,
+                                "The section does not hold the system of the state variable, which "
+                                "gets 0.",
+                                variable);
         const InitialSystem system = is_in_table ? systems.next() : InitialSystem{};
         send<"PCMAX">(variable, system.maximum_concentration);
         send<"PDENSITY">(variable, system.density);
@@ -72,7 +77,7 @@ void initial_conditions(ImportModule &module) {
         return;
     send_initial_condition_notice();
     if (module.shared.transport_only == 0)
-        send_initial_conditions(table, simulated.count(), segment_count);
+        send_initial_conditions(module, table, simulated.count(), segment_count);
 }
 
 } // namespace kova_import::legacy

@@ -5,6 +5,7 @@
 #include "control/sections/segment_parameters.h"
 #include "import_export.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -75,6 +76,10 @@ inline constexpr std::array rows = {
     SegmentParameterRow{105, {38, 1}, "Fraction of (PO-N/P/C) in Class 1"},
     SegmentParameterRow{106, {39, 1}, "Fraction of (PO-N/P/C) in Class 2"},
 };
+
+static_assert(std::is_sorted(rows.begin(), rows.end(), [](const auto &first, const auto &second) {
+    return first.legacy_number < second.legacy_number;
+}));
 
 /// Added where the file has a time function of the air temperature.
 inline constexpr std::array air_temperature_rows = {

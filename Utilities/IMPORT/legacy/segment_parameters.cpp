@@ -7,6 +7,7 @@
 #include "control/report.h"
 #include "control/sections/counts.h"
 #include "control/sections/model_parameters.h"
+#include "control/sections/segments.h"
 #include "legacy/sections.h"
 #include "legacy/segment_parameter_translation.h"
 
@@ -102,7 +103,7 @@ void keep_value(const ImportModule &module, std::int32_t segment, std::int32_t l
         return;
     ParameterValues &values = table.values[static_cast<std::size_t>(legacy_number)];
     if (values.size() > 0 && values[values.size() - 1].segment == segment) {
-        if (module.shared.transport_only == 0)
+        if (module.shared.transport_only == 0 && !rows_of(legacy_number).empty())
             give_reason(module, IMPORT_EXPORT_REPLACED,
                         "The value replaces an earlier one of the same parameter and segment.",
                         legacy_number);
@@ -139,6 +140,8 @@ void read_segments(ImportModule &module, SegmentParameterTable &table) {
         std::int32_t segment_number = 0;
         reader.list("segment of the parameter values",
                     field("segment of the parameter values", segment_number));
+        if (module.shared.transport_only == 0)
+            give_other_number(module, segment_number, segment);
         reader.for_each_record(table.parameter_count, [&](std::int32_t place) {
             read_value(module, segment, table.list[static_cast<std::size_t>(place - 1)], table);
         });
@@ -183,30 +186,55 @@ void add(TranslatedParameters &translated, const Row &row, float scale) {
 
 TranslatedParameters translate(const ImportModule &module, const SegmentParameterTable &table) {
     TranslatedParameters translated;
-    for (RowWalk list(table.list); !list.at_end();) {
-        if (module.shared.model_type != eutrophication)
-            break;
-        const ListedParameter &listed = list.next();
-        if (listed.legacy_number == second_water_temperature)
-            ++translated.second_water_temperatures;
-        for (const Row &row : rows_of(listed.legacy_number))
-            if (row.applies(module.shared))
-                add(translated, row, listed.scale);
-    }
+    if (module.shared.model_type == eutrophication)
+        for (RowWalk list(table.list); !list.at_end();) {
+            const ListedParameter &listed = list.next();
+            if (listed.legacy_number == second_water_temperature)
+                ++translated.second_water_temperatures;
+            for (const Row &row : rows_of(listed.legacy_number))
+                if (row.applies(module.shared))
+                    add(translated, row, listed.scale);
+        }
     if (module.shared.tf10_present != 0)
         for (const Row &row : segment_parameter_rows::air_temperature_rows)
             add(translated, row, 1);
     return translated;
 }
 
+// Tells of values that no parameter carries, since their number left the list again, and of
+// parameters that lack the value of a segment.
+void give_odd_values(const ImportModule &module, const SegmentParameterTable &table,
+                     const TranslatedParameters &translated) {
+    std::array<bool, last_legacy_parameter + 1> is_carried{};
+    for (RowWalk entries(translated.entries); !entries.at_end();)
+        is_carried[static_cast<std::size_t>(entries.next().row->legacy_number)] = true;
+    const auto segment_count = static_cast<std::size_t>(std::max(table.segment_count, 0));
+    for (std::int32_t number = 1; number <= last_legacy_parameter; ++number) {
+        const auto place = static_cast<std::size_t>(number);
+        const std::size_t value_count = table.values[place].size();
+        const auto rows = rows_of(number);
+        const bool has_counterpart = !rows.empty() && rows.front().applies(module.shared);
+        if (is_carried[place] && value_count < segment_count)
+            give_named(module, {}, IMPORT_EXPORT_DEFAULTED,
+                       "The parameter has no value in some segments, which get 0.", number,
+                       rows.front().name);
+        else if (!is_carried[place] && value_count > 0 && has_counterpart &&
+                 module.shared.model_type == eutrophication)
+            give_named(module, {}, IMPORT_EXPORT_NOT_IMPORTED,
+                       "The parameter is not on the list in the end; its values stay behind.",
+                       number, rows.front().name);
+    }
+}
+
+void send_ones(const Row &row, std::int32_t segment_count) {
+    for_each_number(segment_count,
+                    [&](std::int32_t segment) { send_parameter_value(segment, row.parameter, 1); });
+}
+
 void send_values(const Row &row, const SegmentParameterTable &table) {
     RowWalk values(table.values[static_cast<std::size_t>(row.legacy_number)]);
     std::optional<SegmentValue> next;
     for_each_number(table.segment_count, [&](std::int32_t segment) {
-        if (row.is_one) {
-            send_parameter_value(segment, row.parameter, 1);
-            return;
-        }
         if (!next && !values.at_end())
             next = values.next();
         const bool is_here = next && next->segment == segment;
@@ -226,8 +254,13 @@ void send_parameters(const TranslatedParameters &translated, const SegmentParame
             send_parameter(entry.row->parameter, entry.scale);
         }
         send<"PPARAMSREFRESH">();
-        for (RowWalk entries(translated.entries); !entries.at_end();)
-            send_values(*entries.next().row, table);
+        for (RowWalk entries(translated.entries); !entries.at_end();) {
+            const Row &row = *entries.next().row;
+            if (row.is_one)
+                send_ones(row, table.segment_count);
+            else
+                send_values(row, table);
+        }
     }
     send<"PPARAMSREFRESH">();
 }
@@ -238,8 +271,11 @@ void seg_parameters(ImportModule &module) {
     console::write_line("Reading Segment Parameters");
     SegmentParameterTable table;
     read_parameters(module, table);
-    if (module.reader.ok() && module.shared.transport_only == 0)
-        send_parameters(translate(module, table), table);
+    if (!module.reader.ok() || module.shared.transport_only != 0)
+        return;
+    const TranslatedParameters translated = translate(module, table);
+    give_odd_values(module, table, translated);
+    send_parameters(translated, table);
 }
 
 } // namespace kova_import::legacy

@@ -23,6 +23,7 @@ struct LegacyTimeFunction {
     std::int32_t number = 0;
     FixedText<30> name;
     RecordPlace place; ///< of its name
+    std::int32_t breakpoint_count = 0;
 };
 
 /// The breakpoints of a legacy number. A record that bears the number again writes over them, and
@@ -49,6 +50,11 @@ bool is_legacy_number(std::int32_t number) {
 }
 
 std::size_t row_of(std::int32_t number) { return static_cast<std::size_t>(number - 1); }
+
+void give(const ImportModule &module, const LegacyTimeFunction &function,
+          import_export_notice_kind kind, const char *reason) {
+    give_named(module, function.place, kind, reason, function.number, function.name.trimmed());
+}
 
 void read_breakpoint(RecordReader &reader, std::size_t row, Breakpoints &breakpoints) {
     const bool is_there = row < breakpoints.size();
@@ -88,13 +94,15 @@ void read_time_function(ImportModule &module, LegacyTimeFunction &function,
                 field("number of the time function", function.number));
     reader.list("name of the time function", field("name", function.name));
     function.place = reader.last_record();
-    if (reader.ok() && reader.text_was_cut())
-        give_reason(module, IMPORT_EXPORT_CUT, "The name is cut at 30 characters.",
-                    function.number);
-    if (is_legacy_number(function.number))
-        read_series(reader, table.series[row_of(function.number)]);
-    else
+    if (reader.ok() && reader.text_was_cut() && module.shared.transport_only == 0)
+        give(module, function, IMPORT_EXPORT_CUT, "The name is cut at 30 characters.");
+    if (!is_legacy_number(function.number)) {
         pass_over_series(reader);
+        return;
+    }
+    LegacySeries &series = table.series[row_of(function.number)];
+    read_series(reader, series);
+    function.breakpoint_count = series.breakpoint_count;
 }
 
 void read_time_functions(ImportModule &module, LegacyTimeFunctionTable &table) {
@@ -113,11 +121,6 @@ void send_message(std::string_view message, const FixedText<30> &name) {
     FixedText<132> text;
     text.assign({message, name.view(), "</span></li>"});
     send<"PINFOHTML">(TerminatedText{text});
-}
-
-void give(const ImportModule &module, const LegacyTimeFunction &function,
-          import_export_notice_kind kind, const char *reason) {
-    give_named(module, function.place, kind, reason, function.number, function.name.trimmed());
 }
 
 // Tells what the current model does not get of a function, or gets changed.
@@ -141,24 +144,34 @@ void give_translation(const ImportModule &module, const LegacyTimeFunction &func
 void give_replaced(const ImportModule &module, const LegacyTimeFunctionTable &table) {
     std::array<const LegacyTimeFunction *, most> latest{};
     for (const LegacyTimeFunction &function : table.in_file()) {
-        if (!is_legacy_number(function.number))
+        const TimeFunctionRow *const row = find_time_function(function.number);
+        if (row == nullptr || row->role == TimeFunctionRole::unsupported)
             continue;
         const LegacyTimeFunction *&before = latest[row_of(function.number)];
-        if (before != nullptr)
+        if (before != nullptr && before->breakpoint_count > 0)
             give(module, *before, IMPORT_EXPORT_REPLACED,
                  "A later record of the same number replaces the breakpoints.");
         before = &function;
     }
 }
 
-// Tells of series that are declared and empty.
-void give_empty_series(const ImportModule &module, const TranslatedTimeFunctions &translated) {
-    for (const TranslatedTimeFunction &function : translated.all())
-        if (function.series_count == 3 && function.legacy_series[1] == 0)
+// Tells of series that are declared and empty, and of those that a later one has taken away.
+void give_odd_series(const ImportModule &module, const LegacyTimeFunctionTable &table,
+                     const TranslatedTimeFunctions &translated) {
+    for (const TranslatedTimeFunction &function : translated.all()) {
+        const auto &[first, second, third] = function.legacy_series;
+        if (function.series_count == 3 && second == 0)
             give_reason_of_send(module, IMPORT_EXPORT_PLACEHOLDER,
                                 "The time function has a third series; the host gets an empty "
                                 "second one before it.",
                                 function.number);
+        if (function.series_count == 3 || third == 0)
+            continue;
+        for (const LegacyTimeFunction &record : table.in_file())
+            if (record.number == third)
+                give(module, record, IMPORT_EXPORT_NOT_IMPORTED,
+                     "A second series behind this third one takes it away.");
+    }
 }
 
 void give_other_model(const ImportModule &module, const LegacyTimeFunctionTable &table) {
@@ -183,7 +196,7 @@ TranslatedTimeFunctions translate(ImportModule &module, const LegacyTimeFunction
             send_message(row->message, function.name);
     }
     give_replaced(module, table);
-    give_empty_series(module, translated);
+    give_odd_series(module, table, translated);
     return translated;
 }
 

@@ -37,15 +37,18 @@ class SystemConcentrations {
     explicit SystemConcentrations(ChunkedList<InitialConcentration> &table)
         : table_(&table), first_(table.size()) {}
 
-    void add(std::int32_t segment, const InitialConcentration &given) {
+    /// Says whether the segment is known to have had a record before.
+    bool add(std::int32_t segment, const InitialConcentration &given) {
         const std::size_t row = row_of(segment);
-        if (out_of_order_.size() > 0 || row > table_->size()) {
+        const std::size_t end = table_->size();
+        if (out_of_order_.size() > 0 || row > end) {
             out_of_order_.push_back({segment, given});
-            return;
+            return row < end;
         }
-        if (row == table_->size())
+        if (row == end)
             table_->push_back({});
         keep(given, (*table_)[row]);
+        return row < end;
     }
 
     /// Completes the table, when as many records have been read as there are segments. Says whether
@@ -74,6 +77,10 @@ class SystemConcentrations {
     ChunkedList<NamedConcentration> out_of_order_;
 };
 
+bool is_awaited(const ImportModule &module, const InitialConditionTable &table) {
+    return table.is_kept && module.shared.transport_only == 0;
+}
+
 void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t segment_count,
                          InitialConditionTable &table) {
     // no file can give this value
@@ -89,13 +96,14 @@ void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t
         reader.list("initial condition", bounded_field("segment number", segment, segments),
                     field("initial concentration", given.concentration),
                     field("dissolved fraction", given.dissolved_fraction));
-        if (reader.ok())
-            concentrations.add(segment, given);
+        if (reader.ok() && concentrations.add(segment, given) && is_awaited(module, table))
+            give_reason(module, IMPORT_EXPORT_REPLACED,
+                        "The record takes the place of an earlier one of the same segment.",
+                        segment);
     });
     if (!reader.ok())
         return;
-    const bool all_named = concentrations.finish(segment_count);
-    if (!all_named && table.is_kept && module.shared.transport_only == 0)
+    if (!concentrations.finish(segment_count) && is_awaited(module, table))
         give_reason(module, IMPORT_EXPORT_DEFAULTED,
                     "Some segments are named more than once, and others get 0 since none of the "
                     "records names them.",
