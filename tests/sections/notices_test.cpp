@@ -45,7 +45,11 @@ Records quiet_legacy() {
                           {"breakpoint count of the load", "0"}};
     records.insert(records.begin() + static_cast<std::ptrdiff_t>(load_count) + 1, load.begin(),
                    load.end());
-    return records;
+    // and initial conditions
+    const std::size_t system = position_of(records, "caption of the system", 1);
+    const Records initial(records.begin() + static_cast<std::ptrdiff_t>(system), records.end());
+    records.insert(records.end(), initial.begin(), initial.end());
+    return with(records, "system count", "3", 3);
 }
 
 /// The notices of the model parameters and the segments.
