@@ -7,6 +7,7 @@
 #include <map>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace kova_command {
 
@@ -40,19 +41,21 @@ std::string quoted(const Notice &notice) {
     return '"' + printable(found) + (is_cut ? "...\"" : "\"");
 }
 
-/// Which field or number a notice is about, where it says so.
+/// Which field, or which number or name, a notice is about, where it says so.
 std::string subject_of(const Notice &notice) {
     std::string subject;
-    if (!notice.field.empty())
+    if (notice.has_field())
         subject.append(" (\"").append(printable(notice.field, Origin::utility)).append("\")");
     else if (notice.number > 0)
-        subject.append(" (number ").append(std::to_string(notice.number)).append(")");
+        subject.append(" (number ").append(number_and_name_of(notice)).append(")");
+    else if (!notice.name.empty())
+        subject.append(" (").append(number_and_name_of(notice)).append(")");
     return subject;
 }
 
 std::string message_of(const Notice &notice) {
     if (notice.kind == IMPORT_EXPORT_READ_FAILED) {
-        if (notice.field.empty())
+        if (!notice.has_field())
             return "cannot be read";
         return "cannot read \"" + printable(notice.field, Origin::utility) + '"';
     }
@@ -120,29 +123,27 @@ std::string details_of(const Notice &notice, const DiagnosticStyle &style) {
     return text;
 }
 
+bool has_number(const Notice *notice) { return notice->number > 0 && !notice->has_field(); }
+
 /// Where the other notices of a group are.
 std::string repeats_of(const NoticeGroup &group, const DiagnosticStyle &style) {
     constexpr std::size_t most_places = 5;
     const std::size_t repeats = group.size() - 1;
     std::string text = "      = and " +
                        counted(static_cast<std::int64_t>(repeats), "more like it", "more like it");
+    if (std::all_of(group.begin(), group.end(), has_number))
+        return text + numbers_of(group, style.all_places ? repeats : most_places) + '\n';
     std::vector<std::string> places;
-    const bool by_number = std::all_of(group.begin(), group.end(), [](const Notice *notice) {
-        return notice->number > 0 && notice->field.empty();
-    });
     for (std::size_t i = 1; i < group.size(); ++i) {
         if (!style.all_places && places.size() == most_places)
             break;
-        if (by_number)
-            places.push_back(std::to_string(group[i]->number));
-        else if (group[i]->line > 0)
+        if (group[i]->line > 0)
             places.push_back(std::to_string(group[i]->line) +
                              (group[i]->column > 0 ? ':' + std::to_string(group[i]->column) : ""));
     }
     if (!places.empty()) {
         const bool is_complete = places.size() == repeats;
-        text += by_number ? ", number" : ", in line";
-        text += places.size() == 1 ? " " : "s ";
+        text += places.size() == 1 ? ", in line " : ", in lines ";
         if (!is_complete)
             places.emplace_back("others");
         text += enumerated(places);
@@ -164,6 +165,37 @@ std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices) {
         groups[row->second].push_back(&notice);
     }
     return groups;
+}
+
+std::string number_and_name_of(const Notice &notice) {
+    std::string text = notice.number > 0 ? std::to_string(notice.number) : "";
+    if (!notice.name.empty())
+        text.append(text.empty() ? "\"" : ", \"")
+            .append(printable(notice.name, notice.origin_of_name()))
+            .append("\"");
+    return text;
+}
+
+std::string numbers_of(const NoticeGroup &group, std::size_t count) {
+    constexpr std::size_t most_names = 3; // more of them make no line
+    const std::size_t repeats = group.size() - 1;
+    std::vector<std::string> numbers;
+    for (std::size_t i = 1; i <= std::min(count, repeats); ++i) {
+        if (!has_number(group[i]))
+            continue;
+        std::string number = std::to_string(group[i]->number);
+        if (repeats <= most_names && !group[i]->name.empty())
+            number.append(" (\"")
+                .append(printable(group[i]->name, group[i]->origin_of_name()))
+                .append("\")");
+        numbers.push_back(std::move(number));
+    }
+    if (numbers.empty())
+        return {};
+    const std::string_view noun = numbers.size() == 1 && repeats == 1 ? ", number " : ", numbers ";
+    if (numbers.size() < repeats)
+        numbers.emplace_back("others");
+    return std::string(noun) + enumerated(numbers);
 }
 
 std::string heading_of(const Notice &notice) {

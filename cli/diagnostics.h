@@ -27,6 +27,13 @@ using NoticeGroup = std::vector<const Notice *>;
 /// Sections that the library does not import make one group.
 [[nodiscard]] std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices);
 
+/// The number that a notice is about and what it is called: `10, "Wind Speed"`, or one of the two.
+[[nodiscard]] std::string number_and_name_of(const Notice &notice);
+
+/// Numbers of the notices 1 .. `count` of a group: ", numbers 3, 5 and others"; those of a few with
+/// their names. Empty when they have none.
+[[nodiscard]] std::string numbers_of(const NoticeGroup &group, std::size_t count);
+
 /// What a notice says, without its place: `segments: segment geometry: cannot read "bottom
 /// segment"`.
 [[nodiscard]] std::string heading_of(const Notice &notice);

@@ -32,6 +32,7 @@ Json json_of(const Notice &notice) {
     json["width"] = notice.line > 0 ? Json(notice.width) : Json();
     json["field"] = text_or_null(notice.field, Origin::utility);
     json["number"] = number_or_null(notice.number);
+    json["name"] = text_or_null(notice.name, notice.origin_of_name());
     json["found"] = text_or_null(notice.found, Origin::file);
     json["expected"] = text_or_null(notice.expected, Origin::utility);
     json["reason"] = text_or_null(notice.reason, Origin::utility);

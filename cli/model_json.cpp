@@ -177,6 +177,79 @@ Json loads_json(const Model &model) {
     return json;
 }
 
+Json time_function_json(const kova_host::TimeFunction &function) {
+    Json json;
+    json["number"] = function.number;
+    json["series"] = list_json(function.series, [](const kova_host::TimeFunctionSeries &series) {
+        Json entry;
+        entry["breakpoint_count"] = series.breakpoint_count;
+        put_series(entry, series.breakpoints);
+        return entry;
+    });
+    return json;
+}
+
+/// The time functions of their own section, or the constants that are time functions.
+Json time_functions_json(const Model &model, bool follow_constants) {
+    Json json = Json::array();
+    for (const kova_host::TimeFunction &function : model.time_functions)
+        if (function.follows_constants == follow_constants)
+            json.push_back(time_function_json(function));
+    return json;
+}
+
+Json time_function_section_json(const Model &model) {
+    Json json;
+    json["functions"] = time_functions_json(model, false);
+    return json;
+}
+
+Json segment_parameters_json(const Model &model) {
+    Json json;
+    json["parameters"] =
+        list_json(model.segment_parameters, [](const kova_host::SegmentParameter &parameter) {
+            Json entry;
+            entry["number"] = parameter.number;
+            entry["class_index"] = parameter.class_index;
+            entry["scale_factor"] = number_json(parameter.scale_factor);
+            entry["values"] = list_json(parameter.values, number_json);
+            return entry;
+        });
+    return json;
+}
+
+Json constants_json(const Model &model) {
+    Json json;
+    json["constants"] = list_json(model.constants, [](const kova_host::Constant &constant) {
+        Json entry;
+        entry["number"] = constant.number;
+        entry["column"] = constant.column;
+        entry["value"] = number_json(constant.value);
+        entry["used"] = constant.used;
+        return entry;
+    });
+    json["time_functions"] = time_functions_json(model, true);
+    return json;
+}
+
+Json initial_conditions_json(const Model &model) {
+    using kova_host::InitialCondition;
+    Json json;
+    json["systems"] = list_json(model.systems, [](const kova_host::System &system) {
+        Json entry;
+        entry["name"] = text_json(system.long_name);
+        entry["maximum_concentration"] = number_json(system.maximum_concentration);
+        entry["density"] = number_json(system.density);
+        entry["flow_field"] = system.flow_field;
+        entry["concentrations"] =
+            column_json(system.initial_conditions, &InitialCondition::concentration);
+        entry["dissolved_fractions"] =
+            column_json(system.initial_conditions, &InitialCondition::dissolved_fraction);
+        return entry;
+    });
+    return json;
+}
+
 struct Row {
     std::size_t section; ///< from 0
     std::string_view name;
@@ -184,9 +257,15 @@ struct Row {
 };
 
 constexpr std::array rows = {
-    Row{2, "flow_paths", flow_paths_json}, Row{3, "flow_time_series", flow_time_series_json},
-    Row{4, "exchanges", exchanges_json},   Row{5, "boundary_conditions", boundary_conditions_json},
+    Row{2, "flow_paths", flow_paths_json},
+    Row{3, "flow_time_series", flow_time_series_json},
+    Row{4, "exchanges", exchanges_json},
+    Row{5, "boundary_conditions", boundary_conditions_json},
     Row{6, "loads", loads_json},
+    Row{7, "environmental_time_functions", time_function_section_json},
+    Row{8, "segment_parameters", segment_parameters_json},
+    Row{9, "kinetic_constants", constants_json},
+    Row{10, "initial_conditions", initial_conditions_json},
 };
 
 } // namespace

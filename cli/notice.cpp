@@ -74,6 +74,11 @@ std::size_t kind_row(std::int32_t number) {
     return kinds.size() - 1;
 }
 
+Origin Notice::origin_of_name() const {
+    constexpr std::int32_t time_functions = 8;
+    return section == time_functions ? Origin::file : Origin::utility;
+}
+
 Notice copy_of(const import_export_notice &notice) {
     import_export_notice known{};
     std::memcpy(&known, &notice, std::min(notice.size, sizeof known));
@@ -94,6 +99,7 @@ Notice copy_of(const import_export_notice &notice) {
         .line_text = text_of(known.line_text, known.line_text_length),
         .line_text_column = known.line_text_column,
         .number = known.number,
+        .name = text_of(known.name, known.name_length),
     };
 }
 

@@ -3,6 +3,7 @@
 // What the import utility tells beside the commands: failed reads, and data that do not come across
 // or come across changed.
 
+#include "cli/text.h"
 #include "import_export.h"
 
 #include <array>
@@ -61,9 +62,14 @@ struct Notice {
     std::string line_text;
     std::int64_t line_text_column = 0;
     std::int64_t number = 0;
+    std::string name; ///< what the number is called
 
     [[nodiscard]] const NoticeKind &description() const { return notice_kinds()[kind_row(kind)]; }
     [[nodiscard]] Level level() const { return description().level; }
+    /// Who wrote the name: time functions are named in the file, all else by the utility.
+    [[nodiscard]] Origin origin_of_name() const;
+    /// Whether the field says more than the statement.
+    [[nodiscard]] bool has_field() const { return !field.empty() && field != statement; }
 };
 
 /// A notice of the library as one of ours. A library that knows fewer members leaves the others

@@ -145,7 +145,7 @@ void Parser::add_import() {
         ->type_name("HTML");
     CLI::Option *const json =
         command.add_flag("--json", import_.json, "Write the result to standard output as JSON");
-    command.add_flag("--data", import_.data, "With --json: and all data of the sections")
+    command.add_flag("--data", import_.data, "With --json: and all data from the flow paths on")
         ->needs(json);
     CLI::Option *const verbose = command.add_flag("-v,--verbose", import_.verbose,
                                                   "Show every notice and the library's own lines");
@@ -244,6 +244,13 @@ CommandLine Parser::wrong_use(const std::string &message) const {
                  "kova-import: error: " + message + "\nTry \"kova-import --help\".\n"};
 }
 
+/// The other sub-command's option for JSON.
+std::string hint_for(std::string_view option) {
+    if (option == "--json")
+        return "; use --format json";
+    return option == "--format" ? "; for JSON use --json" : "";
+}
+
 CommandLine Parser::unknown_option(const CLI::App &command, const std::string &option) const {
     const std::string name = option.substr(0, option.find('='));
     std::string message = "there is no option " + printable(name);
@@ -252,7 +259,7 @@ CommandLine Parser::unknown_option(const CLI::App &command, const std::string &o
     const CLI::App *const other = &command == import_command_ ? check_command_ : import_command_;
     if (other->get_option_no_throw(name) != nullptr)
         return wrong_use(message + " of \"" + command.get_name() + "\"; it belongs to \"" +
-                         other->get_name() + '"');
+                         other->get_name() + '"' + hint_for(name));
     return wrong_use(message);
 }
 

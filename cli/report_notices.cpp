@@ -83,29 +83,17 @@ std::string cell_of(std::string_view tag, std::int64_t number) {
 
 std::string repeat_row(const Notice &notice) {
     std::string what = printable(notice.statement, Origin::utility);
-    if (!notice.field.empty())
+    const std::string number = number_and_name_of(notice);
+    if (notice.has_field())
         what += (what.empty() ? "" : ": ") + printable(notice.field, Origin::utility);
-    else if (notice.number > 0)
-        what += (what.empty() ? "number " : ": number ") + std::to_string(notice.number);
+    else if (!number.empty())
+        what +=
+            (what.empty() ? "" : ": ") + std::string(notice.number > 0 ? "number " : "") + number;
     return element("tr", cell_of("th scope=\"row\" class=\"number\"", notice.line) +
                              cell_of("td class=\"number\"", notice.column) +
                              element("td", html_of(what)) +
                              element("td", html_of_bytes(without_cut_character(notice.found)))) +
            '\n';
-}
-
-/// ", numbers 3, 5 and 8": what the other notices of a group are about. `count` of them are shown.
-std::string numbers_of(const NoticeGroup &group, std::size_t count) {
-    std::vector<std::string> numbers;
-    for (std::size_t i = 1; i <= count; ++i)
-        if (group[i]->number > 0 && group[i]->field.empty())
-            numbers.push_back(std::to_string(group[i]->number));
-    if (numbers.empty())
-        return {};
-    const std::string_view noun = numbers.size() == 1 ? ", number " : ", numbers ";
-    if (numbers.size() < group.size() - 1)
-        numbers.emplace_back("others");
-    return std::string(noun) + enumerated(numbers);
 }
 
 /// Where the other notices of a group are. `count` of them are shown.
@@ -115,7 +103,7 @@ std::string repeats_html(const NoticeGroup &group, std::size_t count) {
     const bool have_places = std::any_of(group.begin() + 1, group.end(),
                                          [](const Notice *notice) { return notice->line > 0; });
     if (!have_places)
-        return element("p", "And " + caption + numbers_of(group, count) + '.');
+        return element("p", "And " + html_of(caption + numbers_of(group, count)) + '.');
     if (count < group.size() - 1)
         caption += "; the first " + std::to_string(count) + " are listed";
     std::string rows;

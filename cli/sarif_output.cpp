@@ -79,6 +79,10 @@ Json result_of(const ImportOutcome &outcome, const Notice &notice) {
     }
     if (!notice.section_name.empty())
         properties["section"] = to_utf8(notice.section_name, Origin::utility);
+    if (notice.number > 0)
+        properties["number"] = notice.number;
+    if (!notice.name.empty())
+        properties["name"] = to_utf8(notice.name, notice.origin_of_name());
     Json result = {{"ruleId", notice.description().id},
                    {"ruleIndex", row},
                    {"level", name_of(notice.level())},

@@ -152,8 +152,11 @@ std::string brought_text(const SectionOutcome &section) {
     }
     std::string text;
     for (const Fact &fact : section.facts)
-        if (!fact.is_remark())
+        if (!fact.is_remark() && fact.count > 0)
             append_fact(text, fact);
+    // Of nothing the first says enough.
+    if (text.empty() && !section.facts.empty() && !section.facts.front().is_remark())
+        append_fact(text, section.facts.front());
     return text;
 }
 

@@ -85,6 +85,23 @@ void announce_load(HostState &host, const ReceivedCommand &command) {
         ++load->times_announced;
 }
 
+/// Sets the breakpoint count of a series. What comes after the constants are constants that the
+/// model has as time functions.
+void announce_time_function(HostState &host, const ReceivedCommand &command) {
+    ModelStore &store = host.received.store;
+    announce<&ModelStore::time_function_series, &TimeFunctionSeries::breakpoint_count,
+             &TimeFunctionSeries::breakpoints>(host, command);
+    store.time_function(command.integer(0))->follows_constants = store.refreshes()->constants > 0;
+}
+
+/// Sets what the initial conditions say of a system as a whole.
+template <auto member>
+void set_initial_setting(HostState &host, const ReceivedCommand &command) {
+    set<&ModelStore::system, member>(host, command);
+    if (System *system = record_of<&ModelStore::system>(host, command))
+        system->has_initial_settings = true;
+}
+
 /// Sets a factor that only a system without loads has.
 template <auto member>
 void set_no_load_factor(HostState &host, const ReceivedCommand &command) {
@@ -144,7 +161,7 @@ constexpr std::array rows = {
     Row{"PBQ", set<&Store::flow_pair, &FlowPair::routing_fraction>},
     Row{"PBRKTF", set<&Store::time_function_breakpoint, &Breakpoint::time, &Breakpoint::value>},
     Row{"PCLEARINFO", clear_pane},
-    Row{"PCMAX", set<&Store::system, &System::maximum_concentration>},
+    Row{"PCMAX", set_initial_setting<&System::maximum_concentration>},
     Row{"PCONSTANTSREFRESH", count_refresh<&Refreshes::constants>},
     Row{"PCONSTISUSED", set<&Store::constant, &Constant::used>},
     Row{"PCONSTPARAM", set<&Store::segment_parameter_value>},
@@ -154,7 +171,7 @@ constexpr std::array rows = {
     Row{"PCONVR", set<&Store::exchange_field, &ExchangeField::conversion_factor>},
     Row{"PCONVV", set<&Store::settings, &Settings::volume_conversion_factor>},
     Row{"PCONVW", set_no_load_factor<&System::no_load_conversion_factor>},
-    Row{"PDENSITY", set<&Store::system, &System::density>},
+    Row{"PDENSITY", set_initial_setting<&System::density>},
     Row{"PDEXP", set<&Store::segment, &Segment::depth_exponent>},
     Row{"PDIALOG", ask_dialog},
     Row{"PDMULT", set<&Store::segment, &Segment::depth_multiplier>},
@@ -172,7 +189,7 @@ constexpr std::array rows = {
     Row{"PHYDSKIPTIME", set<&Store::skip_time, &TimeOfDay::hour, &TimeOfDay::minute, &TimeOfDay::second>},
     Row{"PIBC", set<&Store::boundary, &Boundary::segment>},
     Row{"PICRD", set<&Store::settings, &Settings::icrd_option>},
-    Row{"PIFIELD", set<&Store::system, &System::flow_field>},
+    Row{"PIFIELD", set_initial_setting<&System::flow_field>},
     Row{"PINFOHTML", append_to_pane},
     Row{"PINITC", set<&Store::initial_condition, &InitialCondition::concentration>},
     Row{"PINITIALDEPTH", set<&Store::segment, &Segment::initial_depth>},
@@ -191,7 +208,7 @@ constexpr std::array rows = {
     Row{"PMODELTYPE", set<&Store::settings, &Settings::model_type>},
     Row{"PNBFP", announce_series<&Store::boundary, &Boundary::breakpoint_count>},
     Row{"PNBRKQ", announce<&Store::flow_function, &FlowFunction::breakpoint_count, &FlowFunction::breakpoints>},
-    Row{"PNBRKTF", announce<&Store::time_function_series, &TimeFunctionSeries::breakpoint_count, &TimeFunctionSeries::breakpoints>},
+    Row{"PNBRKTF", announce_time_function},
     Row{"PNBWK", announce_load},
     Row{"PNEGSLN", set<&Store::settings, &Settings::negative_solution_option>},
     Row{"PNFIELD", announce<&Store::whole, &Model::flow_field_count, &Model::flow_fields>},

@@ -109,6 +109,7 @@ struct System {
     float no_load_scale_factor = 0;      ///< of a system without loads
     float no_load_conversion_factor = 0; ///< of a system without loads
     std::vector<Load> loads;             ///< in order of arrival
+    bool has_initial_settings = false;   ///< at least one of the three below was set
     float maximum_concentration = 0;
     float density = 0;
     std::int32_t flow_field = 0;
@@ -172,6 +173,7 @@ struct TimeFunctionSeries {
 
 struct TimeFunction {
     std::int32_t number = 0;
+    bool follows_constants = false; ///< announced after the constants, being one in the file
     std::vector<TimeFunctionSeries> series;
 };
 

@@ -124,13 +124,15 @@ Breakpoint *ModelStore::exchange_breakpoint(std::int32_t field, std::int32_t fun
     return parent != nullptr ? numbered(parent->breakpoints, number, "breakpoint") : nullptr;
 }
 
-TimeFunctionSeries *ModelStore::time_function_series(std::int32_t function, std::int32_t number) {
+TimeFunction *ModelStore::time_function(std::int32_t number) {
     TimeFunction pattern;
-    pattern.number = function;
-    TimeFunction &parent =
-        keyed(time_function_rows_, model_.time_functions, key_of(0, function), pattern,
-              [&](const TimeFunction &other) { return other.number == function; });
-    return numbered(parent.series, number, "series");
+    pattern.number = number;
+    return &keyed(time_function_rows_, model_.time_functions, key_of(0, number), pattern,
+                  [&](const TimeFunction &other) { return other.number == number; });
+}
+
+TimeFunctionSeries *ModelStore::time_function_series(std::int32_t function, std::int32_t number) {
+    return numbered(time_function(function)->series, number, "series");
 }
 
 Breakpoint *ModelStore::time_function_breakpoint(std::int32_t function, std::int32_t series_number,

@@ -53,6 +53,7 @@ class ModelStore {
     ExchangePair *exchange_pair(std::int32_t field, std::int32_t function, std::int32_t number);
     Breakpoint *exchange_breakpoint(std::int32_t field, std::int32_t function, std::int32_t number);
 
+    TimeFunction *time_function(std::int32_t number);
     TimeFunctionSeries *time_function_series(std::int32_t function, std::int32_t number);
     Breakpoint *time_function_breakpoint(std::int32_t function, std::int32_t series_number,
                                          std::int32_t number);

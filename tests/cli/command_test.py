@@ -1,17 +1,11 @@
 """Runs the built program kova-import as people and other programs do."""
 
-import errno
-import fcntl
 import json
 import os
-import pty
-import select
 import shutil
 import signal
-import struct
 import subprocess
 import tempfile
-import termios
 import unittest
 from pathlib import Path
 from urllib.parse import unquote_to_bytes
@@ -86,43 +80,6 @@ def run(*arguments, env=None, **options):
                           env=env or environment(), **options)
 
 
-class Terminal:
-    """Runs the program on a terminal of its own; standard output can be kept apart."""
-
-    def __init__(self, *arguments, columns=80, env=None, output_apart=False, answers=b""):
-        leader, follower = pty.openpty()
-        fcntl.ioctl(follower, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-        output = subprocess.PIPE if output_apart else follower
-        process = subprocess.Popen([COMMAND, *arguments], stdin=follower, stdout=output,
-                                   stderr=follower, env=env or environment(),
-                                   start_new_session=True)
-        os.close(follower)
-        os.write(leader, answers)
-        self.screen = self._read(leader, process)
-        self.output = process.stdout.read() if output_apart else b""
-        if output_apart:
-            process.stdout.close()
-        self.status = process.wait(60)
-        os.close(leader)
-
-    @staticmethod
-    def _read(leader, process):
-        screen = b""
-        while True:
-            if not select.select([leader], [], [], 60)[0]:
-                process.kill()
-                raise AssertionError("the program hangs: %r" % screen)
-            try:
-                piece = os.read(leader, 65536)
-            except OSError as error:
-                if error.errno != errno.EIO:
-                    raise
-                return screen
-            if not piece:
-                return screen
-            screen += piece
-
-
 class CommandTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -149,13 +106,33 @@ class ExitStatus(CommandTest):
         self.assertEqual(result.returncode, status, result.stderr)
 
     def test_sections_that_are_not_imported(self):
-        result = run(LEGACY)
-        document = json.loads(run(LEGACY, "--json").stdout)
+        result = run(CURRENT)
+        document = json.loads(run(CURRENT, "--json").stdout)
         skipped = [section["name"] for section in document["summary"]["sections"]
                    if section["status"] == "skipped"]
         self.check(result, 4 if skipped else 0)
         for name in skipped:
             self.assertIn(name.encode(), result.stderr)
+
+    def test_whole_legacy_file(self):
+        result = run(LEGACY)
+        self.check(result, 0)
+        self.assertIn(b": imported, with warnings\n", result.stdout)
+        for text in (b"not imported by this version", b"imported in part"):
+            self.assertNotIn(text, result.stdout + result.stderr)
+        document = json.loads(run(LEGACY, "--json").stdout)
+        self.assertEqual((document["result"], document["exit_status"]), ("imported", 0))
+        self.assertEqual({section["status"] for section in document["summary"]["sections"]},
+                         {"imported"})
+
+    def test_notes_alone(self):
+        for path, verdict in ((self.file("small.inp"), b"imported, with changes"),
+                              (self.changed(5, b"0"), b"imported")):
+            result = run(path)
+            self.check(result, 0)
+            self.assertIn(b": " + verdict + b"\n", result.stdout)
+            self.assertNotIn(b"warning: ", result.stderr)
+            self.check(run("check", path), 0)
 
     def test_read_error(self):
         self.check(run(self.changed(5, b"x")), 1)
@@ -334,6 +311,10 @@ class Diagnostics(CommandTest):
         self.assertIn(b"error: segments: caption of the segment names: cannot be read", error)
         self.assertIn(b"= help: ", error)
 
+    def test_field_that_is_its_statement(self):
+        error = self.error_of(self.changed(19, b"2x"))
+        self.assertIn(b"error: segments: segment count: cannot be read\n", error)
+
 
 class FileNames(CommandTest):
     NAMES = (b"a b.inp", b"it's.inp", b'quo"ted.inp', "\u00e9\u6c34.inp".encode(), b"\xff\xfe.inp",
@@ -407,13 +388,40 @@ class Json(CommandTest):
             document = self.document("--data", *arguments)
             statuses = {section["name"].replace(" ", "_"): section["status"]
                         for section in document["summary"]["sections"]}
-            self.assertEqual(list(document["data"]), ["flow_paths", "flow_time_series", "exchanges",
-                                                      "boundary_conditions", "loads"])
+            self.assertEqual(list(document["data"]), [name.replace(" ", "_") for name in SECTIONS[2:]])
             for name, data in document["data"].items():
                 self.assertEqual(data is not None, statuses[name] == "imported", name)
             for section in document["summary"]["sections"]:
                 self.assertEqual(set(section), {"name", "status", "brought", "remarks"})
         self.assertNotIn("data", self.document(LEGACY))
+
+    def test_data_of_the_last_sections(self):
+        document = self.document("--data", LEGACY)
+        data = document["data"]
+        systems = data["initial_conditions"]["systems"]
+        self.assertEqual([system["name"] for system in systems],
+                         document["summary"]["systems"]["names"])
+        for system in systems:
+            self.assertEqual(len(system["concentrations"]), 42)
+            self.assertEqual(len(system["dissolved_fractions"]), 42)
+        brought = document["summary"]["sections"][10]["brought"]
+        self.assertEqual(brought, {"systems": 22, "concentrations": 22 * 42})
+        for parameter in data["segment_parameters"]["parameters"]:
+            self.assertEqual(len(parameter["values"]), 42)
+        # The constants 37 to 42 are time functions, from the start of the year to its end.
+        functions = data["kinetic_constants"]["time_functions"]
+        self.assertLessEqual({function["number"] for function in functions}, set(range(37, 43)))
+        for function in functions:
+            self.assertEqual(function["series"][0]["times"], [0, 365])
+        for constant in data["kinetic_constants"]["constants"]:
+            self.assertEqual(constant["used"], 1)
+        for function in data["environmental_time_functions"]["functions"]:
+            for series in function["series"]:
+                self.assertEqual(len(series["times"]), series["breakpoint_count"])
+
+    def test_names_of_what_does_not_come_across(self):
+        named = [notice["section"] for notice in self.document(LEGACY)["warnings"] if notice["name"]]
+        self.assertEqual(set(named), {8, 9, 10})
 
     def test_read_error(self):
         document = self.document(self.changed(27, b"1 2x\xe9"))
@@ -512,85 +520,6 @@ class Check(CommandTest):
         self.assertEqual(failure["properties"]["byteWidth"], 3)
         (missing,) = [f for f in entry["results"] if f["ruleId"] == "open_failed"]
         self.assertNotIn("region", missing["locations"][0]["physicalLocation"])
-
-
-class OnATerminal(CommandTest):
-    def test_progress_bar_and_colour(self):
-        terminal = Terminal(self.changed(27, b"1 2x"))
-        self.assertEqual(terminal.status, 1)
-        for text in (b"]   0 % model parameters", b"]   5 % segments"):
-            self.assertIn(text, terminal.screen)
-        # an import that has stopped makes no progress, and is not done
-        self.assertNotIn(b" 10 % ", terminal.screen)
-        self.assertNotIn(b"100 % ", terminal.screen)
-        self.assertIn(b"\033[1;31merror: \033[0m", terminal.screen)
-        self.assertNotIn(b"kova-import: 5 %", terminal.screen)
-
-    def test_no_color(self):
-        terminal = Terminal(self.changed(27, b"1 2x"), env=environment(NO_COLOR="1"))
-        self.assertNotIn(b"\033", terminal.screen)
-        self.assertIn(b"\r[", terminal.screen)
-        self.assertIn(b"error: segments", terminal.screen)
-
-    def test_dumb_terminal(self):
-        terminal = Terminal(LEGACY, env=environment(TERM="dumb"))
-        self.assertNotIn(b"\033", terminal.screen)
-        self.assertIn(b"kova-import: 100 % done", terminal.screen)
-
-    def test_width(self):
-        line = b"1 2 1" + b" " * 300 + b"wrong" + b" " * 300 + b"1"
-        for columns in (40, 60, 132):
-            terminal = Terminal("-q", self.changed(27, line), columns=columns,
-                                env=environment(NO_COLOR="1"))
-            lines = terminal.screen.decode().split("\r\n")
-            self.assertLessEqual(len(lines[1]), columns)
-            self.assertEqual(lines[2].index("^"), lines[1].index("wrong"))
-
-    def test_json_with_a_bar_on_standard_error(self):
-        terminal = Terminal("--json", LEGACY, output_apart=True)
-        self.assertEqual(json.loads(terminal.output)["exit_status"], terminal.status)
-        self.assertIn(b"] 100 % ", terminal.screen)
-
-    def test_quiet(self):
-        self.assertNotIn(b" % ", Terminal("--quiet", LEGACY).screen)
-
-
-class Asking(CommandTest):
-    def test_without_a_terminal(self):
-        result = run("--ask", LEGACY)
-        self.assertEqual(result.returncode, 2)
-        self.assertIn(b"--ask needs a terminal", result.stderr)
-        self.assertEqual(result.stdout, b"")
-
-    def summary(self, answers, *options):
-        terminal = Terminal("--ask", "--json", *options, self.file("small.inp"), output_apart=True,
-                            answers=answers)
-        self.assertIn(terminal.status, (0, 4))
-        for text in (b"Set Verbose Option: Yes or No?", b"Import Network/Transport or All ?",
-                     b"Add Index to Segment Name to Insure Unique Name"):
-            self.assertEqual(terminal.screen.count(text), 1)
-        self.assertNotIn(b"Click Okay", terminal.screen)
-        return json.loads(terminal.output)["summary"]["options"], terminal
-
-    def test_answers(self):
-        self.assertEqual(self.summary(b"yes\ntransport\nno\n")[0],
-                         {"scope": "transport", "index_names": False})
-        self.assertEqual(self.summary(b"1\n2\n1\n")[0], {"scope": "all", "index_names": True})
-
-    def test_empty_answers_mean_what_the_options_say(self):
-        self.assertEqual(self.summary(b"\n\n\n")[0], {"scope": "all", "index_names": True})
-        self.assertEqual(self.summary(b"\n\n\n", "--scope=transport", "--index-names=no")[0],
-                         {"scope": "transport", "index_names": False})
-
-    def test_asks_again(self):
-        options, terminal = self.summary(b"\nperhaps\n3\nt\n\n")
-        self.assertEqual(options["scope"], "transport")
-        self.assertEqual(terminal.screen.count(b"Please answer"), 2)
-
-    def test_no_answer(self):
-        terminal = Terminal("--ask", self.file("small.inp"), answers=b"\n\x04")
-        self.assertEqual(terminal.status, 2)
-        self.assertIn(b"nothing was imported", terminal.screen)
 
 
 if __name__ == "__main__":

@@ -2,7 +2,7 @@
 
 #include "outcomes.h"
 
-#include <cstring>
+#include <cstddef>
 #include <gtest/gtest.h>
 
 namespace kova_command {
@@ -87,6 +87,60 @@ TEST(Diagnostics, GroupRepeats) {
     EXPECT_EQ(ungrouped.find("more like it"), std::string::npos);
 }
 
+/// A constant that does not come across.
+Notice named(std::int64_t number, const std::string &name, std::int32_t section = 10) {
+    Notice notice = notice_of(IMPORT_EXPORT_NOT_IMPORTED, section, "No place for it.");
+    notice.number = number;
+    notice.name = name;
+    return notice;
+}
+
+TEST(Diagnostics, NameWhatANumberMeans) {
+    EXPECT_EQ(heading_of(named(10, "Nitrification Rate Constant @20 \xF8"
+                                   "C (1/day)")),
+              "kinetic constants: no place for it (number 10, \"Nitrification Rate Constant @20 "
+              "\u00B0C (1/day)\")");
+    EXPECT_EQ(heading_of(named(10, "")), "kinetic constants: no place for it (number 10)");
+    EXPECT_EQ(heading_of(named(0, "Wind")), "kinetic constants: no place for it (\"Wind\")");
+    EXPECT_EQ(heading_of(named(0, "")), "kinetic constants: no place for it");
+}
+
+// The names of time functions stand in the file, which may hold anything.
+TEST(Diagnostics, NamesOfTheFileAreText) {
+    EXPECT_EQ(heading_of(named(2, "S\xF8 \x1B[31m\x07\xE2\x80\xAE", 8)),
+              "environmental time functions: no place for it (number 2, \"S\u00F8 "
+              "\\x1b[31m\\x07\\u202e\")");
+}
+
+TEST(Diagnostics, NameAFewRepeats) {
+    const auto text_of = [](int count) {
+        ImportOutcome outcome = outcome_with(Verdict::imported);
+        for (int i = 1; i <= count; ++i)
+            add_notice(outcome, named(i, i == 3 ? "" : "Name " + std::to_string(i)));
+        return diagnostics_text(outcome, {});
+    };
+    const std::string first =
+        "river.inp: warning: kinetic constants: no place for it (number 1, \"Name 1\")\n";
+    EXPECT_EQ(text_of(2), first + "      = and 1 more like it, number 2 (\"Name 2\")\n");
+    EXPECT_EQ(text_of(4), first + "      = and 3 more like it, numbers 2 (\"Name 2\"), 3 and 4 "
+                                  "(\"Name 4\")\n");
+    EXPECT_EQ(text_of(5), first + "      = and 4 more like it, numbers 2, 3, 4 and 5\n");
+    EXPECT_EQ(text_of(8), first + "      = and 7 more like it, numbers 2, 3, 4, 5, 6 and others\n");
+}
+
+TEST(Diagnostics, SayTheSameOnlyOnce) {
+    Notice notice = read_failure();
+    notice.statement = "function count of the flow field";
+    notice.field = notice.statement;
+    EXPECT_EQ(heading_of(notice), "segments: function count of the flow field: cannot be read");
+    notice.kind = IMPORT_EXPORT_DEFAULTED;
+    notice.reason = "The record leaves the value out.";
+    EXPECT_EQ(heading_of(notice),
+              "segments: function count of the flow field: the record leaves the value out");
+    notice.field = "function count";
+    EXPECT_TRUE(heading_of(notice).ends_with("leaves the value out (\"function count\")"));
+}
+
 TEST(Diagnostics, NameAllSkippedSectionsAtOnce) {
     ImportOutcome outcome = outcome_with(Verdict::incomplete);
     for (const std::int32_t section : {3, 5, 11})
@@ -116,6 +170,26 @@ TEST(Notices, OfAnOlderLibraryLeaveMembersEmpty) {
     const Notice copy = copy_of(notice);
     EXPECT_EQ(copy.section_name, "segments");
     EXPECT_EQ(copy.reason, "");
+}
+
+TEST(Notices, BringTheNameWhereTheLibraryHasIt) {
+    const std::string name("Ice\0cover", 9);
+    import_export_notice notice{};
+    notice.kind = IMPORT_EXPORT_NOT_IMPORTED;
+    notice.number = 17;
+    notice.name = name.c_str();
+    notice.name_length = name.size();
+    notice.size = sizeof notice;
+    EXPECT_EQ(copy_of(notice).name, name);
+    for (const std::size_t size :
+         {offsetof(import_export_notice, name), offsetof(import_export_notice, name_length)}) {
+        notice.size = size;
+        EXPECT_EQ(copy_of(notice).name, "");
+        EXPECT_EQ(copy_of(notice).number, 17);
+    }
+    // a later library has more behind the name
+    notice.size = sizeof notice + sizeof(void *);
+    EXPECT_EQ(copy_of(notice).name, name);
 }
 
 TEST(Notices, OfANewKindAreWarnings) {

@@ -23,7 +23,7 @@ import_export_data new_data() {
 }
 
 void tell(std::int32_t kind, std::int32_t section, const char *section_name, const char *reason,
-          std::int64_t number) {
+          std::int64_t number, const std::string &name = "") {
     import_export_notice notice{};
     notice.size = sizeof notice;
     notice.kind = kind;
@@ -31,6 +31,8 @@ void tell(std::int32_t kind, std::int32_t section, const char *section_name, con
     notice.section_name = section_name;
     notice.reason = reason;
     notice.number = number;
+    notice.name = name.c_str();
+    notice.name_length = name.size();
     IMPORT_EXPORT.notice(IMPORT_EXPORT.notice_context, &notice);
 }
 
@@ -125,6 +127,60 @@ void send_loads(SendBuffer &values, SendBuffer &times) {
          "The host gets a load of 0 on segment 1 for a state variable without loads.", 2);
 }
 
+void send_time_functions() {
+    send("PNBRKTF", 4, 1, 2);
+    send("PBRKTF", 4, 1, 1, 0.0F, 48.5F);
+    send("PBRKTF", 4, 1, 2, 365.0F, 96.5F);
+    send("PNBRKTF", 4, 2, 1);
+    send("PBRKTF", 4, 2, 1, 0.0F, 12.5F);
+    send("PTFSREFRESH");
+    const char *const name = "environmental time functions";
+    tell(IMPORT_EXPORT_CONVERTED, 8, name, "The unit changes.", 5, "Sun <b>\x1B[31m");
+    tell(IMPORT_EXPORT_NOT_IMPORTED, 8, name, "The model has no such function.", 17, "Ice cover");
+    tell(IMPORT_EXPORT_NOT_IMPORTED, 8, name, "The model has no such function.", 18, "Ice, later");
+}
+
+void send_segment_parameters() {
+    send("PADDPARAM", 19, 2);
+    send("PSCALEPARAMBYISC", 19, 2, 1.5F);
+    send("PPARAMSREFRESH");
+    send("PCONSTPARAM", 1, 19, 2, 0.25F);
+    send("PCONSTPARAM", 2, 19, 2, 0.75F);
+    send("PPARAMSREFRESH");
+    tell(IMPORT_EXPORT_CONDITION_UNMET, 9, "segment parameters", "It is not simulated.", 26,
+         "Settling Rate -- Solids");
+}
+
+void send_constants() {
+    send("PADDCONST", 64, 1);
+    send("PCONSTANTSREFRESH");
+    send("PCONSTVALUEBYISC", 64, 1, 0.5F);
+    send("PCONSTISUSED", 64, 1, 1);
+    send("PCONSTANTSREFRESH");
+    send("PNBRKTF", 37, 1, 2);
+    send("PBRKTF", 37, 1, 1, 0.0F, 15.0F);
+    send("PBRKTF", 37, 1, 2, 365.0F, 15.0F);
+    send("PTFSREFRESH");
+    tell(IMPORT_EXPORT_NOT_IMPORTED, 10, "kinetic constants", "It is not on the list.", 10,
+         "Rate @20 \xF8"
+         "C (1/day)");
+}
+
+void send_initial_conditions() {
+    for (std::int32_t system = 1; system <= 2; ++system) {
+        send("PCMAX", system, 1000.0F);
+        send("PDENSITY", system, 1.0F);
+        send("PIFIELD", system, 3);
+        for (std::int32_t segment = 1; segment <= 2; ++segment) {
+            send("PINITC", system, segment, static_cast<float>(10 * system + segment));
+            send("PFDISS", system, segment, 0.5F);
+        }
+    }
+    for (const std::int64_t system : {3, 4})
+        tell(IMPORT_EXPORT_CONDITION_UNMET, 11, "initial conditions", "It is not simulated.",
+             system);
+}
+
 } // namespace
 
 extern "C" {
@@ -146,8 +202,15 @@ void importexport(void) {
     send_boundaries(values, times);
     send("PPROGRESS", 50);
     send_loads(values, times);
-    for (const std::int32_t percentage : {60, 70, 80, 85, 100})
-        send("PPROGRESS", percentage);
+    send("PPROGRESS", 60);
+    send_time_functions();
+    send("PPROGRESS", 70);
+    send_segment_parameters();
+    send("PPROGRESS", 80);
+    send_constants();
+    send("PPROGRESS", 85);
+    send_initial_conditions();
+    send("PPROGRESS", 100);
 }
 
 } // extern "C"

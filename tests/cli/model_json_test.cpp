@@ -88,6 +88,43 @@ TEST(ModelJson, HasTheLoadsAndTellsPlaceholders) {
                  "times": [0.0, 0.0], "values": [0.0, 0.0]}]}]})"));
 }
 
+TEST(ModelJson, HasTheTimeFunctions) {
+    EXPECT_EQ(data_of(small_model())["environmental_time_functions"], Json::parse(R"({
+        "functions": [
+            {"number": 17,
+             "series": [
+                {"breakpoint_count": 2, "times": [0.0, 365.0], "values": [5.5, 6.5]},
+                {"breakpoint_count": 1, "times": [0.0], "values": [7.5]}]}]})"));
+}
+
+TEST(ModelJson, HasTheSegmentParameters) {
+    EXPECT_EQ(data_of(small_model())["segment_parameters"], Json::parse(R"({
+        "parameters": [
+            {"number": 41, "class_index": 1, "scale_factor": 2.5, "values": [0.25, 0.5]},
+            {"number": 3, "class_index": 2, "scale_factor": 1.0, "values": [1.0, 2.0, 3.0]}]})"));
+}
+
+TEST(ModelJson, HasTheConstantsAndThoseThatAreTimeFunctions) {
+    EXPECT_EQ(data_of(small_model())["kinetic_constants"], Json::parse(R"({
+        "constants": [
+            {"number": 64, "column": 1, "value": 0.125, "used": 1},
+            {"number": 64, "column": 2, "value": 0.375, "used": 1},
+            {"number": 5, "column": 1, "value": 8.0, "used": 0}],
+        "time_functions": [
+            {"number": 37,
+             "series": [
+                {"breakpoint_count": 2, "times": [0.0, 365.0], "values": [15.0, 15.0]}]}]})"));
+}
+
+TEST(ModelJson, HasTheInitialConditions) {
+    EXPECT_EQ(data_of(small_model())["initial_conditions"], Json::parse(R"({
+        "systems": [
+            {"name": "Salinity", "maximum_concentration": 1e8, "density": 1.5, "flow_field": 3,
+             "concentrations": [33.5, 34.5], "dissolved_fractions": [1.0, 0.75]},
+            {"name": "Ammonia", "maximum_concentration": 0.0, "density": 0.0, "flow_field": 0,
+             "concentrations": [], "dissolved_fractions": []}]})"));
+}
+
 TEST(ModelJson, AnEmptyModelHasEmptyLists) {
     EXPECT_EQ(data_of({}), Json::parse(R"({
         "flow_paths": {"flow_options": [], "hydrodynamic_file": null, "field_count": 0,
@@ -95,7 +132,11 @@ TEST(ModelJson, AnEmptyModelHasEmptyLists) {
         "flow_time_series": {"field_count": 0, "fields": []},
         "exchanges": {"field_count": 0, "fields": []},
         "boundary_conditions": {"systems": []},
-        "loads": {"load_option": 0, "non_point_source_file": null, "systems": []}})"));
+        "loads": {"load_option": 0, "non_point_source_file": null, "systems": []},
+        "environmental_time_functions": {"functions": []},
+        "segment_parameters": {"parameters": []},
+        "kinetic_constants": {"constants": [], "time_functions": []},
+        "initial_conditions": {"systems": []}})"));
 }
 
 TEST(ModelJson, HasOnlySectionsThatWereImported) {
@@ -106,7 +147,7 @@ TEST(ModelJson, HasOnlySectionsThatWereImported) {
             section.status = status;
         outcome.sections[4].status = SectionStatus::imported;
         const Json data = data_json(outcome, small_model());
-        ASSERT_EQ(data.size(), 5U);
+        ASSERT_EQ(data.size(), 9U);
         for (const auto &[name, value] : data.items())
             EXPECT_EQ(value.is_null(), name != "exchanges") << name;
     }

@@ -62,6 +62,13 @@ TEST(Options, SuggestWhatWasMeant) {
     EXPECT_NE(error_of({"check", "--fromat=json", "f"}).find("did you mean --format?"),
               std::string::npos);
     EXPECT_NE(error_of({"check", "--ask", "f"}).find("belongs to \"import\""), std::string::npos);
+    EXPECT_NE(error_of({"check", "--json", "f"})
+                  .find("no option --json of \"check\"; it belongs to \"import\"; use --format "
+                        "json\n"),
+              std::string::npos);
+    EXPECT_NE(error_of({"import", "--format=json", "f"})
+                  .find("it belongs to \"check\"; for JSON use --json\n"),
+              std::string::npos);
     EXPECT_NE(error_of({"--wibble", "f"}).find("no option --wibble\n"), std::string::npos);
 }
 

@@ -111,8 +111,17 @@ inline kova_host::Model small_model() {
     salinity.load_conversion_factor = 4.5F;
     salinity.loads = {load_of(2, {{0, 7}, {100, 8}, {365, 9}})};
     salinity.loads[0].times_announced = 3;
+    salinity.has_initial_settings = true;
+    salinity.maximum_concentration = 1e8F;
+    salinity.density = 1.5F;
+    salinity.flow_field = 3;
+    salinity.initial_conditions = {{33.5F, 1}, {34.5F, 0.75F}};
     model.systems = {salinity, system_without_loads("Ammonia")};
     model.system_count = 2;
+    model.time_functions = {{17, false, {{2, {{0, 5.5F}, {365, 6.5F}}}, {1, {{0, 7.5F}}}}},
+                            {37, true, {{2, {{0, 15}, {365, 15}}}}}};
+    model.segment_parameters = {{41, 1, 2.5F, {0.25F, 0.5F}}, {3, 2, 1, {1, 2, 3}}};
+    model.constants = {{64, 1, 0.125F, 1}, {64, 2, 0.375F, 1}, {5, 1, 8, 0}};
     return model;
 }
 

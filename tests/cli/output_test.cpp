@@ -30,6 +30,40 @@ TEST(Json, HasNoControlCharacters) {
     EXPECT_EQ(check_sarif({outcome}, 1).find('\x1B'), std::string::npos);
 }
 
+/// A time function with a name as a file may give it.
+Notice named_by_the_file() {
+    Notice notice = notice_of(IMPORT_EXPORT_NOT_IMPORTED, 8, "No place for it.");
+    notice.number = 17;
+    notice.name = "Ice\x1B \xF8 \"x\"";
+    return notice;
+}
+
+TEST(Json, NamesWhatANumberMeans) {
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    add_notice(outcome, named_by_the_file());
+    add_notice(outcome, notice_of(IMPORT_EXPORT_NOT_IMPORTED, 8, "No place for it."));
+    Notice constant = named_by_the_file();
+    constant.section = 10;
+    add_notice(outcome, constant);
+    const std::string json = import_json(outcome);
+    EXPECT_NE(json.find("\"number\": 17,\n      \"name\": \"Ice\\u001b \u00F8 \\\"x\\\"\""),
+              std::string::npos)
+        << json;
+    EXPECT_NE(json.find("\"number\": null,\n      \"name\": null"), std::string::npos);
+    EXPECT_NE(json.find("\"name\": \"Ice\\u001b \u00B0 \\\"x\\\"\""), std::string::npos);
+}
+
+TEST(Sarif, NamesWhatANumberMeans) {
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    add_notice(outcome, named_by_the_file());
+    const std::string sarif = check_sarif({outcome}, 1);
+    EXPECT_NE(sarif.find("no place for it (number 17, \\\"Ice\\\\x1b \u00F8 \\\"x\\\"\\\")"),
+              std::string::npos)
+        << sarif;
+    EXPECT_NE(sarif.find("\"number\": 17,"), std::string::npos);
+    EXPECT_NE(sarif.find("\"name\": \"Ice\\u001b \u00F8 \\\"x\\\"\""), std::string::npos);
+}
+
 TEST(Sarif, CountsColumnsInUtf16Units) {
     ImportOutcome outcome = outcome_with(Verdict::stopped);
     Notice notice = read_failure();

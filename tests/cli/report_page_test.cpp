@@ -94,6 +94,29 @@ TEST(Report, NamesWhatTheRepeatsAreAbout) {
     EXPECT_TRUE(has(notices_html(outcome), "<td>number 7</td>"));
 }
 
+TEST(Report, NamesWhatANumberMeans) {
+    const auto named = [](std::int64_t number, const std::string &name, std::int64_t line) {
+        Notice notice = notice_of(IMPORT_EXPORT_NOT_IMPORTED, 8, "No place.", line);
+        notice.number = number;
+        notice.name = name;
+        return notice;
+    };
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    add_notice(outcome, named(2, "<b>Ice\x1B</b>", 0));
+    add_notice(outcome, named(3, "<i>Wind</i>", 0));
+    std::string notices = notices_html(outcome);
+    EXPECT_TRUE(has(notices, "no place (number 2, &quot;&lt;b&gt;Ice\\x1b&lt;/b&gt;&quot;)"));
+    EXPECT_TRUE(has(notices, "<p>And 1 more like it, number 3 "
+                             "(&quot;&lt;i&gt;Wind&lt;/i&gt;&quot;).</p>"));
+    outcome.notices.clear();
+    add_notice(outcome, named(2, "Ice", 10));
+    add_notice(outcome, named(3, "<i>Wind</i>", 20));
+    add_notice(outcome, named(0, "Rain", 30));
+    notices = notices_html(outcome);
+    EXPECT_TRUE(has(notices, "<td>number 3, &quot;&lt;i&gt;Wind&lt;/i&gt;&quot;</td>"));
+    EXPECT_TRUE(has(notices, "<td>&quot;Rain&quot;</td>"));
+}
+
 TEST(Report, ShowsWhatDidNotComeAcross) {
     ImportOutcome outcome = outcome_with(Verdict::imported);
     Notice notice = notice_of(IMPORT_EXPORT_CONDITION_UNMET, 6, "Not simulated.");

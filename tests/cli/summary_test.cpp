@@ -36,7 +36,10 @@ TEST(Summary, TellsAPeriodThatIsNone) {
 
 TEST(Summary, TellsWhatEachSectionBrought) {
     EXPECT_EQ(section_text({"x", SectionStatus::imported, {{1, "field", "fields"}, {0, "a", "b"}}}),
-              "1 field, 0 b");
+              "1 field");
+    EXPECT_EQ(section_text({"x", SectionStatus::imported, {{0, "field", "fields"}, {0, "a", "b"}}}),
+              "0 fields");
+    EXPECT_EQ(section_text({"x", SectionStatus::imported, {}}), "");
     EXPECT_EQ(section_text({"x", SectionStatus::skipped, {}}), "not imported by this version");
     EXPECT_EQ(section_text({"x", SectionStatus::left_out, {}}), "left out as asked");
     EXPECT_EQ(section_text({"x", SectionStatus::not_reached, {}}), "not reached");

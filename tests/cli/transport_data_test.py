@@ -28,7 +28,12 @@ class TransportDataTest(unittest.TestCase):
                      "flow time series 2 breakpoints",
                      "exchanges 1 field, 1 function, 1 pair, 1 breakpoint, 1 datum replaced by a later one",
                      "boundary conditions 1 boundary, 3 breakpoints, 2 systems dropped",
-                     "loads 1 load, 1 breakpoint, 1 placeholder, 1 load replaced by a later one, 1 factor dropped"):
+                     "loads 1 load, 1 breakpoint, 1 placeholder, 1 load replaced by a later one, 1 factor dropped",
+                     "environmental time functions 1 function, 2 series, 3 breakpoints, "
+                     "2 functions without a counterpart, 1 function converted",
+                     "segment parameters 1 parameter, 2 values, 1 parameter of something that is not simulated",
+                     "kinetic constants 1 constant, 1 time function, 1 constant without a counterpart",
+                     "initial conditions 2 systems, 4 concentrations, 2 systems dropped"):
             self.assertIn(line, lines)
 
     def test_notices(self):
@@ -38,15 +43,34 @@ class TransportDataTest(unittest.TestCase):
         self.assertIn("its boundaries do not come across (number 3)\n      = and 1 more like it, number 4\n", messages)
         self.assertEqual(run("check", "river.inp").returncode, 1)
 
+    def test_names(self):
+        messages = run("river.inp").stderr.decode()
+        for text in ('note: environmental time functions: the unit changes (number 5, "Sun <b>\\x1b[31m")\n',
+                     'no such function (number 17, "Ice cover")\n'
+                     '      = and 1 more like it, number 18 ("Ice, later")\n',
+                     'not on the list (number 10, "Rate @20 \u00b0C (1/day)")\n'):
+            self.assertIn(text, messages)
+        document = json.loads(run("--json", "river.inp").stdout)
+        self.assertEqual([notice["name"] for notice in document["notices"] if notice["section"] == 8],
+                         ["Sun <b>\x1b[31m"])
+        self.assertEqual([notice["name"] for notice in document["warnings"] if notice["section"] == 10],
+                         ["Rate @20 \u00b0C (1/day)"])
+        sarif = json.loads(run("check", "--format", "sarif", "river.inp").stdout)
+        names = [result["properties"].get("name") for result in sarif["runs"][0]["results"]]
+        self.assertIn("Settling Rate -- Solids", names)
+
     def test_json(self):
         document = json.loads(run("--json", "--data", "river.inp").stdout)
         self.assertFalse(document["whole"])
         sections = {section["name"]: section for section in document["summary"]["sections"]}
+        for section in sections.values():
+            self.assertGreaterEqual(len(section["remarks"]), 8)
+            section["remarks"] = {name: count for name, count in section["remarks"].items() if count}
         self.assertEqual(sections["boundary conditions"]["brought"], {"boundaries": 1, "breakpoints": 3})
-        self.assertEqual(sections["boundary conditions"]["remarks"], {"systems_dropped": 2, "factors_dropped": 0})
+        self.assertEqual(sections["boundary conditions"]["remarks"], {"systems_dropped": 2})
         self.assertEqual(sections["loads"]["brought"], {"loads": 1, "breakpoints": 1})
-        self.assertEqual(sections["loads"]["remarks"], {"placeholders": 1, "loads_replaced": 1,
-                                                        "systems_dropped": 0, "factors_dropped": 1})
+        self.assertEqual(sections["loads"]["remarks"], {"placeholders": 1, "loads_replaced": 1, "factors_dropped": 1})
+        self.assertEqual(sections["kinetic constants"]["brought"], {"constants": 1, "time_functions": 1})
         data = document["data"]
         self.assertEqual(data["flow_paths"]["flow_options"], [3, 3])
         self.assertEqual(data["flow_paths"]["hydrodynamic_file"], "river.hyd")
@@ -63,6 +87,18 @@ class TransportDataTest(unittest.TestCase):
         self.assertEqual((loads["load_option"], loads["non_point_source_file"]), (1, "runoff.nps"))
         self.assertEqual([load["placeholder"] for system in loads["systems"] for load in system["loads"]],
                          [False, True])
+        self.assertEqual(data["environmental_time_functions"]["functions"], [
+            {"number": 4, "series": [{"breakpoint_count": 2, "times": [0, 365], "values": [48.5, 96.5]},
+                                     {"breakpoint_count": 1, "times": [0], "values": [12.5]}]}])
+        self.assertEqual(data["segment_parameters"]["parameters"], [
+            {"number": 19, "class_index": 2, "scale_factor": 1.5, "values": [0.25, 0.75]}])
+        self.assertEqual(data["kinetic_constants"], {
+            "constants": [{"number": 64, "column": 1, "value": 0.5, "used": 1}],
+            "time_functions": [{"number": 37, "series": [
+                {"breakpoint_count": 2, "times": [0, 365], "values": [15, 15]}]}]})
+        self.assertEqual(data["initial_conditions"]["systems"][1], {
+            "name": "Ammonia", "maximum_concentration": 1000, "density": 1, "flow_field": 3,
+            "concentrations": [21, 22], "dissolved_fractions": [0.5, 0.5]})
 
     def test_report_page(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -74,7 +110,11 @@ class TransportDataTest(unittest.TestCase):
         self.assertEqual(remarks["6"], ["1 boundary, 3 breakpoints", "2 systems dropped"])
         self.assertEqual(remarks["7"], ["1 load, 1 breakpoint",
                                         "1 placeholder, 1 load replaced by a later one, 1 factor dropped"])
-        self.assertEqual(page.count("Imported in part"), 4)
+        self.assertEqual(remarks["8"], ["1 function, 2 series, 3 breakpoints",
+                                        "2 functions without a counterpart, 1 function converted"])
+        # of sections 3 and 5 to 11 something is lost
+        self.assertEqual(page.count("Imported in part"), 8)
+        self.assertIn("number 5, &quot;Sun &lt;b&gt;\\x1b[31m&quot;", page)
         self.assertIn("And 1 more like it, number 4.", page)
 
 

@@ -266,6 +266,33 @@ TEST_F(ModelTest, KeepsTheTimeFunctionsByNumber) {
     EXPECT_EQ(host.violation_count(), 0U);
 }
 
+TEST_F(ModelTest, TellsTimeFunctionsThatComeAfterTheConstants) {
+    send("PNBRKTF", 4, 1, 1);
+    send("PNBRKTF", 5, 1, 1);
+    send("PTFSREFRESH");
+    send("PCONSTANTSREFRESH");
+    send("PNBRKTF", 37, 1, 2);
+    send("PBRKTF", 37, 1, 1, 0.0F, 15.0F);
+    send("PNBRKTF", 5, 1, 2); // the later one holds
+    ASSERT_EQ(model.time_functions.size(), 3U);
+    EXPECT_FALSE(model.time_functions[0].follows_constants);
+    EXPECT_TRUE(model.time_functions[1].follows_constants);
+    EXPECT_TRUE(model.time_functions[2].follows_constants);
+}
+
+TEST_F(ModelTest, TellsSystemsWithoutInitialConditions) {
+    send("PNUMSYS", 4);
+    send("PCMAX", 1, 0.0F);
+    send("PDENSITY", 2, 0.0F);
+    send("PIFIELD", 3, 0);
+    send("PINITC", 4, 1, 0.5F);
+    ASSERT_EQ(model.systems.size(), 4U);
+    EXPECT_TRUE(model.systems[0].has_initial_settings);
+    EXPECT_TRUE(model.systems[1].has_initial_settings);
+    EXPECT_TRUE(model.systems[2].has_initial_settings);
+    EXPECT_FALSE(model.systems[3].has_initial_settings);
+}
+
 TEST_F(ModelTest, KeepsTheSegmentParameters) {
     send("PADDPARAM", 21, 2);
     send("PSCALEPARAMBYISC", 21, 2, 1.5F);
