@@ -45,7 +45,9 @@ TEST(BoundedFields, RefuseWhatIsOutOfBoundsAtItsPlace) {
         ASSERT_EQ(reader.stream().open(folder.write("text.inp", each.text).string()), nullptr);
         std::int32_t first = 0;
         std::int32_t bounded = 5;
-        reader.list("list", field("first", first), bounded_field("bounded", bounded, {.smallest = -7, .largest = 12, .expected = "at most 12"}));
+        reader.list("list", field("first", first),
+                    bounded_field("bounded", bounded,
+                                  {.smallest = -7, .largest = 12, .expected = "at most 12"}));
         EXPECT_EQ(reader.failure().kind, each.failure) << each.text;
         if (each.failure == ReadFailureKind::none) {
             EXPECT_EQ(bounded, each.value) << each.text;
@@ -62,16 +64,24 @@ TEST(BoundedFields, RefuseWhatIsOutOfBoundsAtItsPlace) {
 }
 
 TEST(BoundedFields, BoundsHoldForWhatIsLeftOut) {
-    const kova_test::TemporaryFolder folder;
-    std::int32_t exported_counter = 0;
-    RecordReader reader(exported_counter);
-    ASSERT_EQ(reader.stream().open(folder.write("text.inp", "  /\n").string()), nullptr);
-    std::int32_t number = 0;
-    reader.list("list", bounded_field("number", number, {.smallest = 1, .expected = "from 1 on"}));
-    EXPECT_EQ(reader.failure().kind, ReadFailureKind::out_of_range);
-    EXPECT_EQ(reader.failure().place.line, 1);
-    EXPECT_EQ(reader.failure().place.column, 3);
-    EXPECT_EQ(reader.failure().width, 1);
+    struct LeftOut {
+        std::string text;
+        std::int64_t width; ///< none at the end of a line
+    };
+    for (const LeftOut &each :
+         std::vector<LeftOut>{{"  /\n", 1}, {"1*\n", 0}, {"1*\r\n", 0}, {"1*", 0}, {"1* 5\n", 1}}) {
+        const kova_test::TemporaryFolder folder;
+        std::int32_t exported_counter = 0;
+        RecordReader reader(exported_counter);
+        ASSERT_EQ(reader.stream().open(folder.write("text.inp", each.text).string()), nullptr);
+        std::int32_t number = 0;
+        reader.list("list",
+                    bounded_field("number", number, {.smallest = 1, .expected = "from 1 on"}));
+        EXPECT_EQ(reader.failure().kind, ReadFailureKind::out_of_range) << each.text;
+        EXPECT_EQ(reader.failure().place.line, 1) << each.text;
+        EXPECT_EQ(reader.failure().place.column, 3) << each.text;
+        EXPECT_EQ(reader.failure().width, each.width) << each.text;
+    }
 }
 
 } // namespace

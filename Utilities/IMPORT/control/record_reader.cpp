@@ -343,9 +343,17 @@ bool RecordReader::list_item(BoundedField item) {
     if (state == ItemState::fresh)
         state = take_value();
     if (state == ItemState::absent)
-        return leave_out(item.name) && is_within(item, stream_.place(), 1, {});
+        return leave_out(item.name) && is_within(item, stream_.place(), width_of_nothing(), {});
     return state != ItemState::failed && convert_value(field(item.name, *item.target)) &&
            is_within(item, value_.mark.place(), value_.width, value_.kept());
+}
+
+// Of the character where an item is missing: none at the end of a line.
+std::int64_t RecordReader::width_of_nothing() {
+    const int character = stream_.peek();
+    const bool at_end =
+        character == RecordStream::end_of_file || character == '\n' || character == '\r';
+    return at_end ? 0 : 1;
 }
 
 bool RecordReader::is_within(const BoundedField &item, FilePlace place, std::int64_t width,

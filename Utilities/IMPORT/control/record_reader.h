@@ -39,8 +39,8 @@ struct Bounds {
 
 /// An integer item with bounds. They hold for the item that a record leaves out, too.
 struct BoundedField {
-    const char *name;
-    std::int32_t *target;
+    const char *name = "";
+    std::int32_t *target = nullptr;
     Bounds bounds;
 };
 
@@ -353,6 +353,7 @@ class RecordReader {
     void show_line(FilePlace place);
 
     bool leave_out(const char *name);
+    [[nodiscard]] std::int64_t width_of_nothing();
     [[nodiscard]] bool is_within(const BoundedField &item, FilePlace place, std::int64_t width,
                                  std::string_view found);
 

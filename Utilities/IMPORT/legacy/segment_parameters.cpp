@@ -17,7 +17,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <span>
 
 namespace kova_import::legacy {
@@ -232,15 +231,11 @@ void send_ones(const Row &row, std::int32_t segment_count) {
 }
 
 void send_values(const Row &row, const SegmentParameterTable &table) {
-    RowWalk values(table.values[static_cast<std::size_t>(row.legacy_number)]);
-    std::optional<SegmentValue> next;
+    const ParameterValues &values = table.values[static_cast<std::size_t>(row.legacy_number)];
+    std::size_t next = 0;
     for_each_number(table.segment_count, [&](std::int32_t segment) {
-        if (!next && !values.at_end())
-            next = values.next();
-        const bool is_here = next && next->segment == segment;
-        send_parameter_value(segment, row.parameter, is_here ? next->value : 0);
-        if (is_here)
-            next.reset();
+        const bool is_here = next < values.size() && values[next].segment == segment;
+        send_parameter_value(segment, row.parameter, is_here ? values[next++].value : 0);
     });
 }
 
