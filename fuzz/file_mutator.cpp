@@ -30,18 +30,25 @@ class Random {
     std::minstd_rand engine_;
 };
 
-// Counts that want to do harm, and values that are none.
-constexpr std::array<std::string_view, 28> hostile_values = {
-    "-1",       "-2147483648", "2147483647", "2147483648", "170000", "170001", "100000",
-    "3000",     "400",         "51",         "29",         "28",     "/",      ",",
-    ",,",       "2*",          "3*1",        "0*1",        "''",     "'a",     "\"a b\"",
-    "1.4e-45d", "3.5e38",      "-0.0",       ".",          "NaN",    "1E",     "\t"};
+// Counts that want to do harm, and values that are none. The 100000 segments that a file may
+// announce without a record for each are left out: they make millions of commands, which take long
+// here.
+constexpr std::array<std::string_view, 29> hostile_values = {
+    "-1",   "-2147483648", "2147483647", "2147483648", "170000", "170001",  "100001",   "50",
+    "3000", "400",         "51",         "29",         "28",     "/",       ",",        ",,",
+    "2*",   "3*1",         "0*1",        "''",         "'a",     "\"a b\"", "1.4e-45d", "3.5e38",
+    "-0.0", ".",           "NaN",        "1E",         "\t"};
 
 constexpr std::array<std::string_view, 8> hostile_lines = {
     "", "/", "0", "1", "1 1", "   1.5     2.5 ", "Surface water", "\x1A"};
 
 constexpr std::array<std::string_view, 5> texts = {
     "Surface water", "", "/", "A description that is longer than thirty columns", "'Main' stem"};
+
+// Of free-form texts, which end at a blank.
+constexpr std::array<std::string_view, 5> names = {"Air", "/", "'Water temperature'",
+                                                   "'A name that is longer than thirty columns'",
+                                                   "\"It\"\"s\""};
 
 Lines lines_of(std::string_view text) {
     Lines lines;
@@ -191,6 +198,12 @@ class FileWriter {
         line(std::to_string(value));
         return value;
     }
+    /// A record of small numbers behind a whole number of its own.
+    void numbers_behind(std::size_t number, std::size_t size) {
+        text_ += std::to_string(number);
+        text_ += ' ';
+        numbers(size);
+    }
     void any_text() { line(random_.any_of(texts)); }
     /// A record of small numbers, seldom with a gap.
     void numbers(std::size_t size) {
@@ -323,6 +336,59 @@ void write_loads(FileWriter &file) {
     }
 }
 
+void write_time_functions(FileWriter &file) {
+    constexpr std::size_t ends = 27; // one number behind those that there are
+    for (std::size_t function = file.count(5); function > 0; --function) {
+        file.line(std::to_string(file.random().below(ends)));
+        file.line(file.random().any_of(names));
+        file.pairs();
+    }
+}
+
+void write_segment_parameters(FileWriter &file) {
+    constexpr std::size_t ends = 31;
+    constexpr std::size_t first_of_sediment = 99;
+    constexpr std::size_t sediment_ends = 9;
+    const std::size_t segments = file.count(3);
+    std::vector<std::size_t> list(file.count(4));
+    for (std::size_t &number : list) {
+        number = file.random().once_in(4) ? first_of_sediment + file.random().below(sediment_ends)
+                                          : file.random().below(ends);
+        file.numbers_behind(number, 1);
+    }
+    for (std::size_t segment = 1; segment <= segments && !list.empty(); ++segment) {
+        constexpr std::size_t seldom = 16;
+        file.line(std::to_string(segment));
+        for (const std::size_t number : list)
+            file.numbers_behind(file.random().once_in(seldom) ? number + 1 : number, 1);
+    }
+}
+
+void write_constants(FileWriter &file) {
+    constexpr std::size_t ends = 251;
+    constexpr std::size_t first_of_sediment = 1139;
+    constexpr std::size_t sediment_ends = 80;
+    for (std::size_t constant = file.count(8); constant > 0; --constant)
+        file.numbers_behind(file.random().once_in(4)
+                                ? first_of_sediment + file.random().below(sediment_ends)
+                                : file.random().below(ends),
+                            1);
+}
+
+void write_initial_conditions(FileWriter &file) {
+    const std::size_t systems = file.count(4);
+    const std::size_t segments = file.count(3);
+    for (std::size_t system = systems; system > 0; --system) {
+        file.any_text();
+        for (int value = 0; value < 3; ++value)
+            file.numbers(1);
+        file.any_text();
+        for (std::size_t place = 1; place <= segments; ++place)
+            file.numbers_behind(
+                file.random().once_in(4) ? 1 + file.random().below(segments) : place, 2);
+    }
+}
+
 } // namespace
 
 std::string mutated_file(std::string_view text, std::uint32_t seed) {
@@ -358,6 +424,10 @@ std::string new_legacy_file(std::uint32_t seed) {
     write_exchanges(file);
     write_boundaries(file);
     write_loads(file);
+    write_time_functions(file);
+    write_segment_parameters(file);
+    write_constants(file);
+    write_initial_conditions(file);
     return file.text();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 // Changes model input files and keeps most of their structure: a file that has lost one line hardly
-// ever gets as far as the loads, however many bytes are tried.
+// ever gets as far as the last sections, however many bytes are tried.
 
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +17,7 @@ namespace kova_fuzz {
 [[nodiscard]] std::string joined_files(std::string_view start, std::string_view end,
                                        std::uint32_t seed);
 
-/// A legacy file behind its header that goes through the loads without a fault, or almost.
+/// A legacy file behind its header that goes through all sections without a fault, or almost.
 [[nodiscard]] std::string new_legacy_file(std::uint32_t seed);
 
 } // namespace kova_fuzz

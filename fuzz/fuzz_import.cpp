@@ -27,6 +27,7 @@ namespace {
 constexpr bool is_current_target = KOVA_FUZZ_FIRST_VERSION == 3;
 constexpr std::int32_t first_current_version = 3;
 constexpr std::int32_t boundary_section = 6;
+constexpr std::int32_t time_function_section = 8;
 
 // The input
 
@@ -55,6 +56,7 @@ struct Input {
     bool index_segment_names = true;
     bool answers = true;
     Path path = Path::plain;
+    bool has_tables = false; ///< the host writes the flag for them
     bool repeat = false;
     std::uint32_t hash = 0;
 };
@@ -72,11 +74,12 @@ Input input_of(std::string_view data) {
     input.path = static_cast<Path>(options >> 5U & 0x03U);
     input.answers = (options & 0x80U) == 0;
 
-    // Some inputs, always the same ones, are imported twice.
+    // Some inputs, always the same ones, are imported twice, and some get their tables.
     std::uint32_t hash = 2166136261U;
     for (const char character : data)
         hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
     input.repeat = hash % 8 == 0;
+    input.has_tables = hash / 8 % 4 == 0;
     input.hash = hash;
     return input;
 }
@@ -162,8 +165,10 @@ SendBufferWatch &send_buffers() {
     return watch;
 }
 
-void observe(Run &run, const kova_host::ReceivedCommand &command) {
+void observe(Run &run, const kova_host::ReceivedCommand &command, bool has_tables) {
     require(command.command != nullptr, "the command is in the table");
+    if (has_tables && command.keyword == "PDIALOG")
+        IMPORT_EXPORT.report_tables = 1;
     send_buffers().see(command);
     run.trace.add(command);
     const std::string_view keyword = command.command->keyword;
@@ -189,8 +194,9 @@ Run import_into(kova_host::ReferenceHost &host, const Input &input, const Memory
         host.answer_dialogs(kova_host::Unanswered{});
     }
     host.set_import_file(path_of(file, input.path));
-    host.observe_before(
-        [&run](const kova_host::ReceivedCommand &command) { observe(run, command); });
+    host.observe_before([&](const kova_host::ReceivedCommand &command) {
+        observe(run, command, input.has_tables);
+    });
     if (input.repeat)
         host.log_to([&run](std::string_view piece) { run.log += piece; });
     IMPORT_EXPORT.notice = collect;
@@ -288,7 +294,7 @@ void check_segments(const Run &run, const kova_host::Model &model, bool is_curre
     require(run.segment_count_seen && stage.commands.front().keyword == "PNUMSEG",
             "the segment count is the first datum");
     require(stage.commands.back().keyword == "PSEGMENTSREFRESH", "the end of the segments is told");
-    require(run.segment_count == IMPORT_EXPORT.segment_count, "the segment counts agree");
+    require(run.segment_count == run.trace.section(3).segment_count, "the segment counts agree");
     require(std::ssize(model.segments) == count, "the host has as many segments as announced");
     constexpr std::ptrdiff_t settings = 8;
     const std::ptrdiff_t a_segment = is_current ? 20 : 13;
@@ -296,7 +302,7 @@ void check_segments(const Run &run, const kova_host::Model &model, bool is_curre
             "every segment gets all its data");
 }
 
-void check_section_run(const Run &run, const kova_host::ReferenceHost &host) {
+void check_section_run(const Run &run, const kova_host::ReferenceHost &host, bool has_tables) {
     constexpr std::array<std::int32_t, 13> progress = {-1, 0,  5,  10, 20, 30, 40,
                                                        50, 60, 70, 80, 85, 100};
     const std::vector<Stage> &stages = run.trace.stages();
@@ -313,7 +319,7 @@ void check_section_run(const Run &run, const kova_host::ReferenceHost &host) {
             "the import ends with a question and a note");
 
     const bool is_current = IMPORT_EXPORT.file_version >= first_current_version;
-    const std::int32_t imported_sections = is_current ? 2 : 7;
+    const std::int32_t imported_sections = is_current ? 2 : 11;
     const std::ptrdiff_t skipped_sections = 11 - imported_sections;
     std::int32_t failed = 0;
     for (const Notice &notice : run.notices)
@@ -339,8 +345,10 @@ void check_section_run(const Run &run, const kova_host::ReferenceHost &host) {
             check_model_parameters(run, host.model(), is_current);
         else if (section == 2)
             check_segments(run, host.model(), is_current);
-        else
+        else if (section < time_function_section)
             check_network_section(run.trace, section);
+        else
+            check_data_section(run.trace, section, has_tables);
     }
     check_model(host.model());
     require(run.system_count_seen == (failed != 1), "systems come with the opening block only");
@@ -374,13 +382,14 @@ void check_run(const Run &run, const kova_host::ReferenceHost &host, const Input
     if (host.progress().empty())
         check_open_failure(run);
     else
-        check_section_run(run, host);
+        check_section_run(run, host, input.has_tables);
 }
 
 /// Imports another file, so that what an import leaves behind shows in the next one.
 void import_another(Input input, MemoryFile &file) {
     input.file = "   11      2\n" + new_legacy_file(input.hash);
     input.repeat = false;
+    input.has_tables = !input.has_tables;
     file.write(input.file);
     kova_host::ReferenceHost host;
     check_run(import_into(host, input, file), host, input);

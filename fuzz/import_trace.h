@@ -10,12 +10,14 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
 namespace kova_fuzz {
 
-/// A command with its numbers.
+/// A command with its numbers; those of a fragment of the pane are its length and its first four
+/// bytes.
 struct Sent {
     std::string_view keyword;
     std::array<std::int32_t, kova_import::maximum_argument_count> bits{};
@@ -24,11 +26,19 @@ struct Sent {
     [[nodiscard]] float real(std::size_t index) const { return std::bit_cast<float>(bits[index]); }
 };
 
+/// The first four bytes of a text, as a number.
+inline std::int32_t first_bytes(std::string_view text) {
+    std::int32_t bits = 0;
+    std::memcpy(&bits, text.data(), std::min(text.size(), sizeof bits));
+    return bits;
+}
+
 /// What happened between two moves of the driver.
 struct Stage {
-    std::int32_t progress = -1;    ///< with which the driver started it
-    std::int32_t line_counter = 0; ///< when it started
-    std::int32_t system_count = 0; ///< when it started
+    std::int32_t progress = -1;     ///< with which the driver started it
+    std::int32_t line_counter = 0;  ///< when it started
+    std::int32_t system_count = 0;  ///< when it started
+    std::int32_t segment_count = 0; ///< when it started
     std::vector<Sent> commands;
 
     [[nodiscard]] std::ptrdiff_t count(std::string_view keyword) const {
@@ -48,8 +58,11 @@ class Trace {
     void add(const kova_host::ReceivedCommand &command) {
         const bool is_progress = command.keyword == "PPROGRESS";
         if (is_progress && !is_progress_of_boundaries(command.integer(0))) {
-            stages_.push_back(
-                {command.integer(0), IMPORT_EXPORT.line_counter, IMPORT_EXPORT.system_count, {}});
+            stages_.push_back({command.integer(0),
+                               IMPORT_EXPORT.line_counter,
+                               IMPORT_EXPORT.system_count,
+                               IMPORT_EXPORT.segment_count,
+                               {}});
             return;
         }
         Sent sent{command.command->keyword, {}};
@@ -59,6 +72,11 @@ class Trace {
                 sent.bits[i] = command.integer(i);
             else if (kind == kova_import::ArgumentKind::real)
                 sent.bits[i] = std::bit_cast<std::int32_t>(command.real(i));
+        }
+        if (sent.keyword == "PINFOHTML") {
+            const std::string_view text = command.text(0);
+            sent.bits[0] = static_cast<std::int32_t>(text.size());
+            sent.bits[1] = first_bytes(text);
         }
         stages_.back().commands.push_back(sent);
     }

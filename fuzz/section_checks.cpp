@@ -1,8 +1,7 @@
 #include "fuzz/section_checks.h"
 
 #include "fuzz/fuzz_support.h"
-
-#include <initializer_list>
+#include "fuzz/section_walk.h"
 
 namespace kova_fuzz {
 
@@ -14,54 +13,14 @@ constexpr std::int32_t exchanges = 5;
 constexpr std::int32_t boundaries = 6;
 constexpr std::int32_t loads = 7;
 
-std::int64_t at_least_none(std::int32_t count) { return std::max(count, 0); }
-
-/// Goes through the commands of a section, each of which must be the expected one.
-class Walk {
-  public:
-    explicit Walk(const Stage &stage) : commands_(stage.commands) {}
-
-    [[nodiscard]] bool is_at(std::string_view keyword) const {
-        return place_ < commands_.size() && commands_[place_].keyword == keyword;
-    }
-    [[nodiscard]] bool is_at(std::string_view keyword, std::int32_t number) const {
-        return is_at(keyword) && commands_[place_].integer(0) == number;
-    }
-
-    /// A command whose first arguments are `numbers`.
-    const Sent &take(std::string_view keyword, std::initializer_list<std::int32_t> numbers = {}) {
-        require(is_at(keyword), "the commands of a section come in their order");
-        const Sent &sent = commands_[place_++];
-        require(std::equal(numbers.begin(), numbers.end(), sent.bits.begin()),
-                "records are numbered without gaps, within what holds them");
-        return sent;
-    }
-    void take_report_line() {
-        take("PINFOHTML");
-        take("PINFOHTML");
-    }
-    void end() const { require(place_ == commands_.size(), "nothing follows what was announced"); }
-
-  private:
-    const std::vector<Sent> &commands_;
-    std::size_t place_ = 0;
-};
-
-/// Calls `take(number)` for 1 .. `count`.
-template <class Take>
-void for_each(std::int32_t count, Take take) {
-    for (std::int32_t number = 1; number <= count; ++number)
-        take(number);
-}
-
 // Each of these gives the number of read statements that the commands tell of.
 
-std::int64_t take_flow_paths(Walk &walk) {
+std::int64_t take_flow_paths(Walk &walk, std::int32_t segment_count) {
     constexpr std::int32_t hydrodynamic_linkage = 3;
     std::int64_t statements = 2;
     walk.take_report_line();
     std::int32_t flow_option = 0;
-    for_each(IMPORT_EXPORT.segment_count, [&](std::int32_t segment) {
+    for_each(segment_count, [&](std::int32_t segment) {
         const std::int32_t option = walk.take("PFLOWTYPE", {segment}).integer(1);
         require(segment == 1 || option == flow_option, "all segments get one flow option");
         flow_option = option;
@@ -69,7 +28,7 @@ std::int64_t take_flow_paths(Walk &walk) {
     const std::int32_t field_count = walk.take("PNFIELD").integer(0);
     for_each(field_count, [&](std::int32_t field) {
         // Without segments the flow option is not to be seen.
-        const bool is_seen = IMPORT_EXPORT.segment_count > 0;
+        const bool is_seen = segment_count > 0;
         const bool has_file = field == 1 && (is_seen ? flow_option == hydrodynamic_linkage
                                                      : walk.is_at("PHYDROFILE"));
         if (has_file)
@@ -225,18 +184,19 @@ std::int64_t take_loads(Walk &walk, std::int32_t system_count) {
     return statements;
 }
 
-std::int64_t take_section(Walk &walk, std::int32_t section, std::int32_t system_count) {
+/// `next` is the section behind it, which starts with the counts that this one has read.
+std::int64_t take_section(Walk &walk, std::int32_t section, const Stage &next) {
     switch (section) {
     case flow_paths:
-        return take_flow_paths(walk);
+        return take_flow_paths(walk, next.segment_count);
     case flow_series:
         return take_flow_series(walk);
     case exchanges:
         return take_exchanges(walk);
     case boundaries:
-        return take_boundaries(walk, system_count);
+        return take_boundaries(walk, next.system_count);
     case loads:
-        return take_loads(walk, system_count);
+        return take_loads(walk, next.system_count);
     default:
         require(false, "the section is one of these");
         return 0;
@@ -263,7 +223,7 @@ void check_network_section(const Trace &trace, std::int32_t section) {
     const Stage &stage = trace.section(section);
     const Stage &next = trace.section(section + 1);
     Walk walk(stage);
-    const std::int64_t statements = take_section(walk, section, next.system_count);
+    const std::int64_t statements = take_section(walk, section, next);
     walk.end();
     const std::int64_t moved = std::int64_t{next.line_counter} - stage.line_counter;
     require(all_is_seen(trace, section) ? moved == statements : moved >= statements,
@@ -305,6 +265,13 @@ void check_model(const kova_host::Model &model) {
         for (const kova_host::Load &load : system.loads)
             require_size(load.series, load.breakpoint_count);
     }
+    for (const kova_host::TimeFunction &function : model.time_functions) {
+        require(std::ssize(function.series) <= 3, "a time function has three series at most");
+        for (const kova_host::TimeFunctionSeries &series : function.series)
+            require_size(series.breakpoints, series.breakpoint_count);
+    }
+    for (const kova_host::Constant &constant : model.constants)
+        require(constant.used == 1, "every constant that is added is used");
 }
 
 } // namespace kova_fuzz

@@ -13,6 +13,11 @@ namespace kova_fuzz {
 /// line counter has moved by the records that this takes.
 void check_network_section(const Trace &trace, std::int32_t section);
 
+/// Checks a section from time functions (8) to initial conditions (11) that has not failed, in the
+/// same way; what is sent twice is the same both times, and values that a file leaves out are
+/// numbers.
+void check_data_section(const Trace &trace, std::int32_t section, bool has_tables);
+
 /// The moves of the progress indicator of boundary conditions that have failed.
 void check_progress_of_failed_boundaries(const Stage &stage);
 
