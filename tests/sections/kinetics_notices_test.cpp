@@ -45,10 +45,6 @@ std::vector<Told> told(const Records &records, std::int32_t section, bool transp
     return all;
 }
 
-std::size_t line_of(const Records &records, std::string_view name, std::size_t occurrence = 0) {
-    return position_of(records, name, occurrence) + 1;
-}
-
 /// The records with a section's own records, from `first` up to the record `next`, replaced.
 Records with_section(const Records &records, std::string_view first, std::size_t occurrence,
                      std::string_view next, std::size_t next_occurrence, const Records &section) {

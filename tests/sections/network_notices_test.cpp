@@ -47,11 +47,6 @@ std::vector<Told> told(const Records &records, bool transport_only = false) {
     return all;
 }
 
-/// The line on which a record stands.
-std::size_t line_of(const Records &records, std::string_view name, std::size_t occurrence = 0) {
-    return position_of(records, name, occurrence) + 1;
-}
-
 /// The records with others behind one of them.
 Records with_more(Records records, std::string_view name, std::size_t occurrence,
                   const Records &more) {

@@ -255,6 +255,10 @@ std::size_t position_of(const Records &records, std::string_view name, std::size
     throw std::out_of_range("no record " + std::string(name));
 }
 
+std::size_t line_of(const Records &records, std::string_view name, std::size_t occurrence) {
+    return position_of(records, name, occurrence) + 1;
+}
+
 Records with(Records records, std::string_view name, std::string_view text,
              std::size_t occurrence) {
     records[position_of(records, name, occurrence)].text = text;

@@ -32,6 +32,10 @@ using Records = std::vector<Record>;
 [[nodiscard]] std::size_t position_of(const Records &records, std::string_view name,
                                       std::size_t occurrence = 0);
 
+/// The line on which it stands, where every record is one.
+[[nodiscard]] std::size_t line_of(const Records &records, std::string_view name,
+                                  std::size_t occurrence = 0);
+
 /// The records with one of them changed.
 [[nodiscard]] Records with(Records records, std::string_view name, std::string_view text,
                            std::size_t occurrence = 0);

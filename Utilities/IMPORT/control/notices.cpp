@@ -123,6 +123,10 @@ void give_left_out(void *module, const char *field, FilePlace place) {
     give(import_module, notice);
 }
 
+bool is_awaited(const ImportModule &module) {
+    return module.reader.ok() && module.shared.transport_only == 0;
+}
+
 void give_cut_file_name(const ImportModule &module) {
     if (module.reader.ok() && module.reader.text_was_cut())
         give_reason(module, IMPORT_EXPORT_CUT, "The file name is cut at 512 characters.");

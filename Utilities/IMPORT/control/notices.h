@@ -19,6 +19,10 @@ void give(const ImportModule &module, const import_export_notice &notice);
 /// The failed read of the module's reader.
 void give_read_failure(const ImportModule &module);
 
+/// Whether a person should be told what becomes of data that the host was to get unless only the
+/// network was asked for: it was read, and it was asked for.
+[[nodiscard]] bool is_awaited(const ImportModule &module);
+
 /// Tells that the file name in the last record did not fit its field, if it did not.
 void give_cut_file_name(const ImportModule &module);
 

@@ -80,10 +80,6 @@ void apply(const Row &row, float value, RecordPlace place, ConstantTable &table)
         table.mapped[table.mapped.size() - 1] = row.current_number;
 }
 
-bool is_awaited(const ImportModule &module) {
-    return module.reader.ok() && module.shared.transport_only == 0;
-}
-
 // Tells of a constant that comes across as something else, or takes the place of another.
 void give_change(const ImportModule &module, const Row &row, ConstantTable &table) {
     if (!is_awaited(module))

@@ -13,11 +13,10 @@ namespace kova_import::legacy {
 
 namespace {
 
-// A few bytes must not make thousands of millions of commands: every state variable has a
-// concentration in every segment, also where no record backs the number of segments.
+// Every state variable has a concentration in every segment, also where no record backs the number
+// of segments.
 Bounds segment_count_bounds(const ImportModule &module, const SimulatedSystems &simulated,
                             std::int32_t system_count) {
-    constexpr std::int32_t most_unbacked_segments = 100000;
     if (system_count <= 0 && simulated.count() > 0 && module.shared.transport_only == 0)
         return {.largest = most_unbacked_segments,
                 .expected = "at most 100000 segments, without any system"};

@@ -63,7 +63,7 @@ std::span<const Row> rows_of(std::int32_t legacy_number) {
 
 // Tells, where a legacy number comes up, that nothing or not all becomes of it.
 void give_untranslated(const ImportModule &module, std::int32_t legacy_number) {
-    if (!module.reader.ok() || module.shared.transport_only != 0)
+    if (!is_awaited(module))
         return;
     const RecordPlace place = module.reader.last_record();
     const auto rows = rows_of(legacy_number);
@@ -102,7 +102,7 @@ void keep_value(const ImportModule &module, std::int32_t segment, std::int32_t l
         return;
     ParameterValues &values = table.values[static_cast<std::size_t>(legacy_number)];
     if (values.size() > 0 && values[values.size() - 1].segment == segment) {
-        if (module.shared.transport_only == 0 && !rows_of(legacy_number).empty())
+        if (is_awaited(module) && !rows_of(legacy_number).empty())
             give_reason(module, IMPORT_EXPORT_REPLACED,
                         "The value replaces an earlier one of the same parameter and segment.",
                         legacy_number);
@@ -123,7 +123,7 @@ void read_value(ImportModule &module, std::int32_t segment, ListedParameter &lis
                 field("value", value));
     if (!reader.ok())
         return;
-    if (listed.legacy_number != number_in_list && module.shared.transport_only == 0) {
+    if (listed.legacy_number != number_in_list && is_awaited(module)) {
         give_reason(module, IMPORT_EXPORT_CONVERTED,
                     "The record bears another number than the list; the last one counts.",
                     listed.legacy_number);
@@ -139,7 +139,7 @@ void read_segments(ImportModule &module, SegmentParameterTable &table) {
         std::int32_t segment_number = 0;
         reader.list("segment of the parameter values",
                     field("segment of the parameter values", segment_number));
-        if (module.shared.transport_only == 0)
+        if (is_awaited(module))
             give_other_number(module, segment_number, segment);
         reader.for_each_record(table.parameter_count, [&](std::int32_t place) {
             read_value(module, segment, table.list[static_cast<std::size_t>(place - 1)], table);
@@ -147,10 +147,9 @@ void read_segments(ImportModule &module, SegmentParameterTable &table) {
     });
 }
 
-// A few bytes must not make thousands of millions of commands: the two parameters of the air
-// temperature go to all segments, also where no record backs their number.
+// The two parameters of the air temperature go to all segments, also where no record backs their
+// number.
 Bounds parameter_count_bounds(const ImportModule &module, std::int32_t segment_count) {
-    constexpr std::int32_t most_unbacked_segments = 100000;
     if (module.shared.tf10_present != 0 && module.shared.transport_only == 0 &&
         segment_count > most_unbacked_segments)
         return {.smallest = 1, .expected = "at least 1 parameter, with more than 100000 segments"};

@@ -35,7 +35,7 @@ class SimulatedSystems {
         Table dropped;
         dropped.is_kept = false;
         read(module, system, dropped);
-        if (module.reader.ok() && dropped.holds_data() && module.shared.transport_only == 0)
+        if (dropped.holds_data() && is_awaited(module))
             give_reason_at(module, heading, IMPORT_EXPORT_CONDITION_UNMET, reason_to_drop, system);
     }
 

@@ -94,7 +94,7 @@ void read_time_function(ImportModule &module, LegacyTimeFunction &function,
                 field("number of the time function", function.number));
     reader.list("name of the time function", field("name", function.name));
     function.place = reader.last_record();
-    if (reader.ok() && reader.text_was_cut() && module.shared.transport_only == 0)
+    if (is_awaited(module) && reader.text_was_cut())
         give(module, function, IMPORT_EXPORT_CUT, "The name is cut at 30 characters.");
     if (!is_legacy_number(function.number)) {
         pass_over_series(reader);

@@ -6,6 +6,10 @@
 
 namespace kova_import {
 
+/// Segments that may get commands although no record of the section backs their number: a few bytes
+/// must not make thousands of millions of commands.
+inline constexpr std::int32_t most_unbacked_segments = 100000;
+
 /// Reads a count that sections share through the data block, where a record that leaves it out
 /// leaves it as it is. The section loops over the copy that it gets: the host may write the block.
 [[nodiscard]] inline std::int32_t read_shared_count(RecordReader &reader, const char *name,

@@ -77,10 +77,6 @@ class SystemConcentrations {
     ChunkedList<NamedConcentration> out_of_order_;
 };
 
-bool is_awaited(const ImportModule &module, const InitialConditionTable &table) {
-    return table.is_kept && module.shared.transport_only == 0;
-}
-
 void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t segment_count,
                          InitialConditionTable &table) {
     // no file can give this value
@@ -96,14 +92,15 @@ void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t
         reader.list("initial condition", bounded_field("segment number", segment, segments),
                     field("initial concentration", given.concentration),
                     field("dissolved fraction", given.dissolved_fraction));
-        if (reader.ok() && concentrations.add(segment, given) && is_awaited(module, table))
+        if (reader.ok() && concentrations.add(segment, given) && table.is_kept &&
+            is_awaited(module))
             give_reason(module, IMPORT_EXPORT_REPLACED,
                         "The record takes the place of an earlier one of the same segment.",
                         segment);
     });
     if (!reader.ok())
         return;
-    if (!concentrations.finish(segment_count) && is_awaited(module, table))
+    if (!concentrations.finish(segment_count) && table.is_kept && is_awaited(module))
         give_reason(module, IMPORT_EXPORT_DEFAULTED,
                     "Some segments are named more than once, and others get 0 since none of the "
                     "records names them.",

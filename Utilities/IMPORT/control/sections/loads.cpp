@@ -89,7 +89,7 @@ void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSerie
         float second_factor = 1; // of which nobody hears: the default changes nothing
         reader.list("factors of the loads", field("first factor", loads.factor),
                     field("second factor", second_factor));
-        if (second_factor != 1 && is_awaited(module, table))
+        if (second_factor != 1 && table.is_kept && is_awaited(module))
             give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
                         "The second factor of the loads does not come across.", system);
     }
@@ -97,7 +97,7 @@ void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSerie
         table.systems.push_back(loads);
     const std::size_t first = table.series.size();
     read_series_of_system(reader, load_statements, loads.series_count, table);
-    if (is_awaited(module, table))
+    if (table.is_kept && is_awaited(module))
         give_replaced_loads(module, heading, table.series, first);
 }
 

@@ -30,8 +30,4 @@ void SystemSeriesWalk::fill(SendBuffers &buffers, const SegmentSeries &series) {
     }
 }
 
-bool is_awaited(const ImportModule &module, const SystemSeriesTable &table) {
-    return module.reader.ok() && table.is_kept && module.shared.transport_only == 0;
-}
-
 } // namespace kova_import

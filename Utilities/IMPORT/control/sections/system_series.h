@@ -73,8 +73,4 @@ class SystemSeriesWalk {
     RowWalk<Breakpoint> breakpoints_;
 };
 
-/// Whether a person should be told what of a system does not come across: it was read, and the host
-/// was to get it.
-[[nodiscard]] bool is_awaited(const ImportModule &module, const SystemSeriesTable &table);
-
 } // namespace kova_import
