@@ -253,8 +253,8 @@ class BadInput(unittest.TestCase):
         with open(path, "w") as file:
             file.write(content)
             for _ in range(300):
-                file.write("          A\n" * 10000)
-        addresses = 320 * 1024 * 1024
+                file.write("          Abcdefghijklmnopqrstuvwxyz0123456789ABCD\n" * 10000)
+        addresses = 120 * 1024 * 1024
         run = subprocess.run([COMMAND, "--json", "--quiet", "--index-names", "no", path], capture_output=True,
                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (addresses, addresses)))
         self.assertEqual(run.returncode, 1)

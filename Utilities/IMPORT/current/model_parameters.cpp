@@ -4,8 +4,6 @@
 
 #include "current/sections.h"
 
-#include <vector>
-
 namespace kova_import::current {
 
 namespace {
@@ -22,9 +20,8 @@ void read_parameters(ImportModule &module, ModelParameters &parameters) {
     reader.list("output interval", field("output interval", parameters.output_interval));
 }
 
-std::vector<SystemName> read_systems(ImportModule &module, std::int32_t count) {
+void read_systems(ImportModule &module, std::int32_t count, SystemNames &systems) {
     RecordReader &reader = module.reader;
-    std::vector<SystemName> systems;
     reader.for_each_record(count, [&](std::int32_t number) {
         SystemName system;
         reader.fixed<"(A5,5X,A30)">("system name", field("short name", system.short_name),
@@ -36,7 +33,6 @@ std::vector<SystemName> read_systems(ImportModule &module, std::int32_t count) {
                         "The name of the system is cut at 30 characters.", number);
         systems.push_back(system);
     });
-    return systems;
 }
 
 } // namespace
@@ -48,7 +44,8 @@ void modelparam_v2(ImportModule &module) {
         return;
     send_parameter_table(parameters,
                          "<span style=\"font-weight: bold;\">KOVA8 Model Parameters</span></td>");
-    const std::vector<SystemName> systems = read_systems(module, parameters.system_count);
+    SystemNames systems;
+    read_systems(module, parameters.system_count, systems);
     if (!module.reader.ok())
         return;
     send_model(module, parameters, parameters.system_count, systems);

@@ -1,5 +1,6 @@
 #include "control/sections/segments.h"
 
+#include "control/counting.h"
 #include "current/sections.h"
 
 #include <algorithm>
@@ -19,8 +20,8 @@ constexpr auto more_segment_geometry = std::tuple{
 
 // The weir type goes to the host although its keyword starts with G; hosts know it by that name.
 constexpr auto segment_commands =
-    segment_name_commands + segment_identity_commands +
-    RowCommands<RowCommand<"PIQOPT", &Segment::hydraulic_option>>{} + segment_geometry_commands +
+    segment_identity_commands + RowCommands<RowCommand<"PIQOPT", &Segment::hydraulic_option>>{} +
+    segment_geometry_commands +
     RowCommands<RowCommand<"PINITIALSURFACEELEVATION", &Segment::initial_surface_elevation>,
                 RowCommand<"PBOTTOMELEVATION", &Segment::bottom_elevation>,
                 RowCommand<"PSIDESLOPE", &Segment::side_slope>,
@@ -28,11 +29,11 @@ constexpr auto segment_commands =
                 RowCommand<"PWEIRHEIGHT", &Segment::weir_height>,
                 RowCommand<"GWEIRTYPE", &Segment::weir_type>>{};
 
-/// The name of segment `number` as the host gets it. An indexed name has hyphens for its blanks;
-/// segments whose number has no digits get a blank name then.
-FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool indexed) {
-    const FixedText<40> terminated = with_nul(name);
-    if (!indexed)
+/// An indexed name has the segment's number before it and hyphens for its blanks; segments whose
+/// number has no digits get a blank name then.
+FixedText<40> host_name(const SegmentName &name, std::int32_t number) {
+    const FixedText<40> terminated = with_nul(name.name);
+    if (name.is_indexed == 0)
         return with_nul(terminated);
     FixedText<40> result;
     FixedText<4> digits;
@@ -53,8 +54,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
     if (!reader.ok())
         return;
     give_other_number(module, segment_number, number);
-    add_segment(module, table, number, name, reader.text_was_cut(),
-                host_name(name, number, module.shared.index_segment_names != 0));
+    add_name(module, table, number, name, host_name);
 }
 
 void read_segments(ImportModule &module, SegmentTable &table) {
@@ -75,16 +75,19 @@ void read_segments(ImportModule &module, SegmentTable &table) {
             give_other_number(module, segment_number, number);
         });
     // The flow paths ask for the option of the first segment only.
-    if (!table.segments.empty())
-        module.flow_option = table.segments.front().hydraulic_option;
+    if (reader.ok() && table.segments.size() > 0)
+        module.flow_option = PackedWalk(table.segments).next().hydraulic_option;
 }
 
 void send_segments(const SegmentTable &table) {
     send<"PNUMSEG">(table.segment_count);
     send_segment_settings(table);
-    std::int32_t number = 0;
-    for (const Segment &segment : table.segments)
-        segment_commands.send_row(segment, ++number);
+    PackedWalk names(table.names);
+    PackedWalk segments(table.segments);
+    for_each_number(table.segment_count, [&](std::int32_t number) {
+        send<"PSEGNAME">(number, host_name(names.next(), number));
+        segment_commands.send_row(segments.next(), number);
+    });
     send<"PSEGMENTSREFRESH">();
 }
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 namespace kova_import::legacy {
 
@@ -64,14 +63,11 @@ void give_dropped_systems(const ImportModule &module, const ModelParameters &par
 
 // Makes a state variable of every system of a eutrophication model that is simulated, numbered
 // without gaps.
-std::vector<SystemName> build_state_variables(ImportModule &module,
-                                              const ModelParameters &parameters,
-                                              const BypassFlags &bypass_flags) {
-    std::vector<SystemName> built;
+void build_state_variables(ImportModule &module, const ModelParameters &parameters,
+                           const BypassFlags &bypass_flags, SystemNames &built) {
     module.shared.state_variable_count = 0;
     if (parameters.model_type != eutrophication)
-        return built;
-    built.reserve(legacy_system_count);
+        return;
     const auto system_count = std::min<std::int64_t>(parameters.system_count, legacy_system_count);
     for (std::int32_t system = 1; system <= system_count; ++system) {
         const auto row = static_cast<std::size_t>(system - 1);
@@ -86,7 +82,6 @@ std::vector<SystemName> build_state_variables(ImportModule &module,
             ++(module.shared.*variable.count);
     }
     module.shared.state_variable_count = static_cast<std::int32_t>(built.size());
-    return built;
 }
 
 void read_parameters(ImportModule &module, ModelParameters &parameters) {
@@ -96,17 +91,15 @@ void read_parameters(ImportModule &module, ModelParameters &parameters) {
     read_output_intervals(module, parameters);
 }
 
-std::vector<SystemName> read_systems(ImportModule &module, const ModelParameters &parameters) {
+void read_systems(ImportModule &module, const ModelParameters &parameters, SystemNames &systems) {
     BypassFlags bypass_flags{};
     module.reader.integers("bypass flags", "bypass flag", parameters.system_count, bypass_flags);
-    std::vector<SystemName> systems;
     if (module.reader.ok()) {
         give_dropped_systems(module, parameters, bypass_flags);
-        systems = build_state_variables(module, parameters, bypass_flags);
+        build_state_variables(module, parameters, bypass_flags, systems);
     }
     skip_block(module, "count of the first skipped block", "record of the first skipped block");
     skip_block(module, "count of the second skipped block", "record of the second skipped block");
-    return systems;
 }
 
 } // namespace
@@ -118,7 +111,8 @@ void modelparam(ImportModule &module) {
         return;
     send_parameter_table(parameters,
                          "<span style=\"font-weight: bold;\">KOVA7 Model Parameters</span></td>");
-    const std::vector<SystemName> systems = read_systems(module, parameters);
+    SystemNames systems;
+    read_systems(module, parameters, systems);
     if (!module.reader.ok())
         return;
     send_model(module, parameters, static_cast<std::int32_t>(systems.size()), systems);

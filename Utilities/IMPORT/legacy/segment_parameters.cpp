@@ -168,44 +168,55 @@ void read_parameters(ImportModule &module, SegmentParameterTable &table) {
     read_segments(module, table);
 }
 
-struct TranslatedParameter {
-    const Row *row = nullptr;
-    float scale = 0;
-};
+/// What the host gets of the list, under the conditions that hold when the section has been read.
+/// A number can become several parameters: they are found again for each pass over the list, since
+/// a table of them would take many times the room of the list.
+class TranslatedParameters {
+  public:
+    TranslatedParameters(const import_export_data &conditions, const SegmentParameterTable &table)
+        : conditions_(conditions), list_(&table.list) {}
 
-struct TranslatedParameters {
-    ChunkedList<TranslatedParameter> entries;
-    std::int64_t second_water_temperatures = 0;
-};
-
-void add(TranslatedParameters &translated, const Row &row, float scale) {
-    translated.entries.push_back({&row, row.is_one ? 1.0F : scale});
-}
-
-TranslatedParameters translate(const ImportModule &module, const SegmentParameterTable &table) {
-    TranslatedParameters translated;
-    if (module.shared.model_type == eutrophication)
-        for (RowWalk list(table.list); !list.at_end();) {
-            const ListedParameter &listed = list.next();
-            if (listed.legacy_number == second_water_temperature)
-                ++translated.second_water_temperatures;
+    /// Calls `visit(row, scale)` for each parameter, in the order in which they are sent.
+    template <class Visit>
+    void for_each(Visit visit) const {
+        for_each_listed([&](const ListedParameter &listed) {
             for (const Row &row : rows_of(listed.legacy_number))
-                if (row.applies(module.shared))
-                    add(translated, row, listed.scale);
-        }
-    if (module.shared.tf10_present != 0)
-        for (const Row &row : segment_parameter_rows::air_temperature_rows)
-            add(translated, row, 1);
-    return translated;
-}
+                if (row.applies(conditions_))
+                    visit(row, row.is_one ? 1.0F : listed.scale);
+        });
+        if (conditions_.tf10_present != 0)
+            for (const Row &row : segment_parameter_rows::air_temperature_rows)
+                visit(row, 1.0F);
+    }
+
+    /// Calls `visit(listed)` for each place of the list, if the model has parameters that come
+    /// across.
+    template <class Visit>
+    void for_each_listed(Visit visit) const {
+        if (conditions_.model_type == eutrophication)
+            for (RowWalk list(*list_); !list.at_end();)
+                visit(list.next());
+    }
+
+    [[nodiscard]] bool empty() const {
+        bool is_empty = true;
+        for_each([&](const Row &, float) { is_empty = false; });
+        return is_empty;
+    }
+
+  private:
+    import_export_data conditions_;
+    const ChunkedList<ListedParameter> *list_;
+};
 
 // Tells of values that no parameter carries, since their number left the list again, and of
 // parameters that lack the value of a segment.
 void give_odd_values(const ImportModule &module, const SegmentParameterTable &table,
                      const TranslatedParameters &translated) {
     std::array<bool, last_legacy_parameter + 1> is_carried{};
-    for (RowWalk entries(translated.entries); !entries.at_end();)
-        is_carried[static_cast<std::size_t>(entries.next().row->legacy_number)] = true;
+    translated.for_each([&](const Row &row, float) {
+        is_carried[static_cast<std::size_t>(row.legacy_number)] = true;
+    });
     const auto segment_count = static_cast<std::size_t>(std::max(table.segment_count, 0));
     for (std::int32_t number = 1; number <= last_legacy_parameter; ++number) {
         const auto place = static_cast<std::size_t>(number);
@@ -239,22 +250,22 @@ void send_values(const Row &row, const SegmentParameterTable &table) {
 }
 
 void send_parameters(const TranslatedParameters &translated, const SegmentParameterTable &table) {
-    for (std::int64_t i = 0; i < translated.second_water_temperatures; ++i)
-        send_report_line("There is only 1 Water Temperature Time Function in KOVA8</span></li>");
-    if (translated.entries.size() > 0) {
+    translated.for_each_listed([](const ListedParameter &listed) {
+        if (listed.legacy_number == second_water_temperature)
+            send_report_line(
+                "There is only 1 Water Temperature Time Function in KOVA8</span></li>");
+    });
+    if (!translated.empty()) {
         send_report_line("Importing Segment Parameter Information</span></li>");
-        for (RowWalk entries(translated.entries); !entries.at_end();) {
-            const TranslatedParameter &entry = entries.next();
-            send_parameter(entry.row->parameter, entry.scale);
-        }
+        translated.for_each(
+            [](const Row &row, float scale) { send_parameter(row.parameter, scale); });
         send<"PPARAMSREFRESH">();
-        for (RowWalk entries(translated.entries); !entries.at_end();) {
-            const Row &row = *entries.next().row;
+        translated.for_each([&](const Row &row, float) {
             if (row.is_one)
                 send_ones(row, table.segment_count);
             else
                 send_values(row, table);
-        }
+        });
     }
     send<"PPARAMSREFRESH">();
 }
@@ -267,7 +278,7 @@ void seg_parameters(ImportModule &module) {
     read_parameters(module, table);
     if (!module.reader.ok() || module.shared.transport_only != 0)
         return;
-    const TranslatedParameters translated = translate(module, table);
+    const TranslatedParameters translated(module.shared, table);
     give_odd_values(module, table, translated);
     send_parameters(translated, table);
 }

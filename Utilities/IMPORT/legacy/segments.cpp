@@ -1,20 +1,20 @@
 #include "control/sections/segments.h"
 
 #include "control/console.h"
+#include "control/counting.h"
 #include "legacy/sections.h"
 
 namespace kova_import::legacy {
 
 namespace {
 
-constexpr auto segment_commands =
-    segment_name_commands + segment_identity_commands + segment_geometry_commands;
+constexpr auto segment_commands = segment_identity_commands + segment_geometry_commands;
 
-/// The name of segment `number` as the host gets it, with its number before it if names are
-/// indexed. Segments whose number has no digits get a name of NULs then.
-FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool indexed) {
-    const FixedText<40> terminated = with_nul(name);
-    if (!indexed)
+/// An indexed name has the segment's number before it; segments whose number has no digits get a
+/// name of NULs then.
+FixedText<40> host_name(const SegmentName &name, std::int32_t number) {
+    const FixedText<40> terminated = with_nul(name.name);
+    if (name.is_indexed == 0)
         return with_nul(terminated);
     FixedText<40> result;
     FixedText<4> digits;
@@ -36,8 +36,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
         return;
     console::write_line("Reading Segment: ", number, " Name: ", content_of(name.view()));
     give_other_number(module, segment_number, number);
-    add_segment(module, table, number, name, reader.text_was_cut(),
-                host_name(name, number, module.shared.index_segment_names != 0));
+    add_name(module, table, number, name, host_name);
 }
 
 void read_segments(ImportModule &module, SegmentTable &table) {
@@ -59,11 +58,14 @@ void send_segments(const SegmentTable &table) {
     send<"PNUMSEG">(table.segment_count);
     console::write_line("Setting Number of Segments to: ", table.segment_count);
     send_segment_settings(table);
-    std::int32_t number = 0;
-    for (const Segment &segment : table.segments) {
-        console::write_line("Setting Segment Name: ", content_of(segment.name.view()));
-        segment_commands.send_row(segment, ++number);
-    }
+    PackedWalk names(table.names);
+    PackedWalk segments(table.segments);
+    for_each_number(table.segment_count, [&](std::int32_t number) {
+        const FixedText<40> name = host_name(names.next(), number);
+        console::write_line("Setting Segment Name: ", content_of(name.view()));
+        send<"PSEGNAME">(number, name);
+        segment_commands.send_row(segments.next(), number);
+    });
     send<"PSEGMENTSREFRESH">();
 }
 

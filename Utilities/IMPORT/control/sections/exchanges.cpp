@@ -45,7 +45,7 @@ void read_exchange_function(ImportModule &module, std::int32_t number, ExchangeT
 }
 
 void send_exchange_function(std::int32_t field_number, std::int32_t number,
-                            const ExchangeFunction &function, RowWalk<ExchangePair> &pairs,
+                            const ExchangeFunction &function, PackedWalk<ExchangePair> &pairs,
                             RowWalk<Breakpoint> &breakpoints) {
     send<"PEXCHANGEFUNCDESC">(field_number, number, function.description);
     send<"PNORS">(field_number, number, function.pair_count);
@@ -84,8 +84,8 @@ void send_exchanges(const ExchangeTable &table) {
     send_report_line("Importing Exchange Information</span></li>");
     send<"PNRFLD">(table.field_count);
     RowWalk function_counts(table.function_counts);
-    RowWalk functions(table.functions);
-    RowWalk pairs(table.pairs);
+    PackedWalk functions(table.functions);
+    PackedWalk pairs(table.pairs);
     RowWalk breakpoints(table.breakpoints);
     for_each_number(table.field_count, [&](std::int32_t number) {
         const std::int32_t function_count = function_counts.next();

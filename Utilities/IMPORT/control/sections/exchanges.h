@@ -5,15 +5,18 @@
 #include "control/chunked_list.h"
 #include "control/fixed_text.h"
 #include "control/import_module.h"
+#include "control/packed_list.h"
 #include "control/sections/fields.h"
 #include "control/sections/series.h"
 
+#include <array>
 #include <cstdint>
 
 namespace kova_import {
 
 struct ExchangeFunction {
     FixedText<30> description;
+    std::array<char, 2> no_gap{}; ///< rows are packed, and have nothing between their members
     std::int32_t pair_count = 0;
     std::int32_t breakpoint_count = 0;
 };
@@ -31,8 +34,8 @@ struct ExchangeTable {
     std::int32_t field_count = 0;
     FieldFactors factors;
     ChunkedList<std::int32_t> function_counts; ///< of each field
-    ChunkedList<ExchangeFunction> functions;
-    ChunkedList<ExchangePair> pairs;
+    PackedList<ExchangeFunction> functions;
+    PackedList<ExchangePair> pairs;
     Breakpoints breakpoints; ///< dispersion (m2/s before the factors) and time
 };
 

@@ -48,7 +48,7 @@ void read_hydrodynamic_file(ImportModule &module, FlowPathTable &table) {
 }
 
 void send_flow_function(std::int32_t field_number, std::int32_t number,
-                        const FlowFunction &function, RowWalk<FlowPair> &pairs) {
+                        const FlowFunction &function, PackedWalk<FlowPair> &pairs) {
     send<"PNOQS">(field_number, number, function.pair_count);
     send<"PFLOWFUNCDESC">(field_number, number, function.description);
     for_each_number(function.pair_count, [&](std::int32_t pair) {
@@ -83,8 +83,8 @@ void send_flow_paths(const ImportModule &module, const FlowPathTable &table) {
                     [&](std::int32_t segment) { send<"PFLOWTYPE">(segment, module.flow_option); });
     send<"PNFIELD">(table.field_count);
     RowWalk function_counts(module.inflow_count);
-    RowWalk functions(table.functions);
-    RowWalk pairs(table.pairs);
+    PackedWalk functions(table.functions);
+    PackedWalk pairs(table.pairs);
     for_each_number(table.field_count, [&](std::int32_t number) {
         if (number == 1 && module.flow_option == hydrodynamic_linkage)
             send<"PHYDROFILE">(table.hydrodynamic_file);

@@ -2,10 +2,11 @@
 
 // Flow paths: through which segment pairs each flow is routed.
 
-#include "control/chunked_list.h"
 #include "control/fixed_text.h"
 #include "control/import_module.h"
+#include "control/packed_list.h"
 
+#include <array>
 #include <cstdint>
 
 namespace kova_import {
@@ -15,6 +16,7 @@ inline constexpr std::int32_t hydrodynamic_linkage = 3;
 
 struct FlowFunction {
     FixedText<30> description;
+    std::array<char, 2> no_gap{}; ///< rows are packed, and have nothing between their members
     std::int32_t pair_count = 0;
 };
 
@@ -31,8 +33,8 @@ struct FlowPathTable {
     std::int32_t segment_count = 0; ///< as it is when the section starts
     std::int32_t field_count = 0;
     FixedText<512> hydrodynamic_file; ///< read with option 3 only
-    ChunkedList<FlowFunction> functions;
-    ChunkedList<FlowPair> pairs;
+    PackedList<FlowFunction> functions;
+    PackedList<FlowPair> pairs;
 };
 
 /// Reads the flow-field count and all fields. `module.flow_option` is known.

@@ -15,8 +15,7 @@ namespace kova_import {
 
 namespace {
 
-/// A record that stands elsewhere than in the order of the segments. What it leaves out is not a
-/// number.
+/// A record far ahead in the order of the segments. What it leaves out is not a number.
 struct NamedConcentration {
     std::int32_t segment = 0;
     InitialConcentration given;
@@ -29,9 +28,9 @@ void keep(const InitialConcentration &given, InitialConcentration &kept) {
         kept.dissolved_fraction = given.dissolved_fraction;
 }
 
-/// The concentrations of one system while they are read. Records name their segment: as long as
-/// they come in order they go straight into the table, and no number in the file decides how large
-/// it is.
+/// The concentrations of one system while they are read. Records name their segment: those of the
+/// first segments go straight into the table, which may run some way ahead of the records, and
+/// those far ahead wait. No number in the file decides how large the table is.
 class SystemConcentrations {
   public:
     explicit SystemConcentrations(ChunkedList<InitialConcentration> &table)
@@ -39,42 +38,51 @@ class SystemConcentrations {
 
     /// Says whether the segment is known to have had a record before.
     bool add(std::int32_t segment, const InitialConcentration &given) {
-        const std::size_t row = row_of(segment);
-        const std::size_t end = table_->size();
-        if (out_of_order_.size() > 0 || row > end) {
-            out_of_order_.push_back({segment, given});
-            return row < end;
+        ++record_count_;
+        const auto place = static_cast<std::size_t>(segment - 1);
+        const bool is_repeated = place < is_named_.size() && is_named_[place];
+        if (place < lowest_waiting_ && place < record_count_ + most_ahead) {
+            put(place, given);
+        } else {
+            waiting_.push_back({segment, given});
+            lowest_waiting_ = std::min(lowest_waiting_, place);
         }
-        if (row == end)
-            table_->push_back({});
-        keep(given, (*table_)[row]);
-        return row < end;
+        return is_repeated;
     }
 
     /// Completes the table, when as many records have been read as there are segments. Says whether
     /// there was one for each.
     bool finish(std::int32_t segment_count) {
-        const auto count = static_cast<std::size_t>(std::max(segment_count, 0));
-        std::vector<bool> is_named(count, false);
-        std::fill_n(is_named.begin(), table_->size() - first_, true);
-        while (table_->size() < first_ + count)
-            table_->push_back({});
-        for (RowWalk rows(out_of_order_); !rows.at_end();) {
+        for (RowWalk rows(waiting_); !rows.at_end();) {
             const NamedConcentration &row = rows.next();
-            keep(row.given, (*table_)[row_of(row.segment)]);
-            is_named[static_cast<std::size_t>(row.segment - 1)] = true;
+            put(static_cast<std::size_t>(row.segment - 1), row.given);
         }
-        return std::find(is_named.begin(), is_named.end(), false) == is_named.end();
+        grow(static_cast<std::size_t>(std::max(segment_count, 0)));
+        return std::find(is_named_.begin(), is_named_.end(), false) == is_named_.end();
     }
 
   private:
-    [[nodiscard]] std::size_t row_of(std::int32_t segment) const {
-        return first_ + static_cast<std::size_t>(segment - 1);
+    static constexpr std::size_t most_ahead = 1000; ///< segments
+
+    void grow(std::size_t size) {
+        while (is_named_.size() < size) {
+            table_->push_back({});
+            is_named_.push_back(false);
+        }
+    }
+
+    void put(std::size_t place, const InitialConcentration &given) {
+        grow(place + 1);
+        keep(given, (*table_)[first_ + place]);
+        is_named_[place] = true;
     }
 
     ChunkedList<InitialConcentration> *table_;
-    std::size_t first_;
-    ChunkedList<NamedConcentration> out_of_order_;
+    std::size_t first_;          ///< row of the system's first segment
+    std::vector<bool> is_named_; ///< of each row
+    std::size_t record_count_ = 0;
+    ChunkedList<NamedConcentration> waiting_; ///< later records of their segments wait behind them
+    std::size_t lowest_waiting_ = std::numeric_limits<std::size_t>::max();
 };
 
 void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t segment_count,

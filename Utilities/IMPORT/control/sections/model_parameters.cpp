@@ -121,7 +121,7 @@ void send_period(const ImportModule &module, const ModelParameters &parameters) 
     send<"PENDJULIAN">(parameters.simulation_length);
 }
 
-void send_systems(std::int32_t count, std::span<const SystemName> systems) {
+void send_systems(std::int32_t count, const SystemNames &systems) {
     send<"PNUMSYS">(count);
     send<"PINFOHTML">(
         "<body><center><table style=\"text-align: left; width: 436px; height: 172px;\"");
@@ -135,7 +135,8 @@ void send_systems(std::int32_t count, std::span<const SystemName> systems) {
         " style=\"width: 331px; text-align: center; font-weight: bold;\">System Name ");
     send<"PINFOHTML">("</td>");
     std::int32_t number = 0;
-    for (const SystemName &system : systems) {
+    for (PackedWalk walk(systems); !walk.at_end();) {
+        const SystemName system = walk.next();
         const TerminatedText short_name{system.short_name};
         const TerminatedText long_name{system.long_name};
         send<"PSYSNAME">(++number, long_name, short_name);
@@ -164,7 +165,7 @@ void send_options(const ModelParameters &parameters) {
 } // namespace
 
 void send_model(const ImportModule &module, const ModelParameters &parameters,
-                std::int32_t system_count, std::span<const SystemName> systems) {
+                std::int32_t system_count, const SystemNames &systems) {
     send_period(module, parameters);
     send_systems(system_count, systems);
     send_options(parameters);

@@ -5,10 +5,10 @@
 
 #include "control/fixed_text.h"
 #include "control/import_module.h"
+#include "control/packed_list.h"
 #include "control/report.h"
 
 #include <cstdint>
-#include <span>
 
 namespace kova_import {
 
@@ -48,6 +48,8 @@ struct SystemName {
     FixedText<30> long_name;
 };
 
+using SystemNames = PackedList<SystemName>;
+
 /// Model types that have a name in the report.
 inline constexpr std::int32_t eutrophication = 11;
 inline constexpr std::int32_t toxicant = 8;
@@ -84,6 +86,6 @@ void send_parameter_table(const ModelParameters &parameters, const char (&title)
 /// Sends the model file name and the dates, the systems with their table, and the options and time
 /// steps. `system_count` is the number of systems as the host gets it.
 void send_model(const ImportModule &module, const ModelParameters &parameters,
-                std::int32_t system_count, std::span<const SystemName> systems);
+                std::int32_t system_count, const SystemNames &systems);
 
 } // namespace kova_import

@@ -25,14 +25,14 @@ bool ends_alike(std::string_view sent, std::string_view wanted) {
 // Tells when a segment reaches the host without its name or with a shorter one. `name` is the name
 // in the file, of which a part may have been cut already.
 void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
-                    bool was_cut, const FixedText<40> &host_name) {
+                    const FixedText<40> &host_name) {
     const std::string_view wanted = content_of(name.view());
     const std::string_view sent = content_of(host_name.view());
     if (sent.empty() && !wanted.empty())
         give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
                     "Segments 999 and from 9999 on have no name where names get their number.",
                     number);
-    else if (was_cut || !ends_alike(sent, wanted))
+    else if (module.reader.text_was_cut() || !ends_alike(sent, wanted))
         give_reason(module, IMPORT_EXPORT_CUT, "The name of the segment is cut at 40 characters.",
                     number);
 }
@@ -74,12 +74,11 @@ void give_other_number(const ImportModule &module, std::int32_t number_in_file,
             number);
 }
 
-void add_segment(const ImportModule &module, SegmentTable &table, std::int32_t number,
-                 const FixedText<40> &name, bool was_cut, const FixedText<40> &host_name) {
-    give_lost_name(module, number, name, was_cut, host_name);
-    Segment segment;
-    segment.name = host_name;
-    table.segments.push_back(segment);
+void add_name(const ImportModule &module, SegmentTable &table, std::int32_t number,
+              const FixedText<40> &name, HostName *host_name) {
+    const SegmentName added = {name, module.shared.index_segment_names != 0 ? 1 : 0};
+    give_lost_name(module, number, name, host_name(added, number));
+    table.names.push_back(added);
 }
 
 FixedText<40> with_nul(const FixedText<40> &text) {

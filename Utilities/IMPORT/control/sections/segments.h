@@ -5,20 +5,23 @@
 #include "control/fixed_text.h"
 #include "control/host_link.h"
 #include "control/import_module.h"
+#include "control/packed_list.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 #include <tuple>
-#include <vector>
 
 namespace kova_import {
+
+struct SegmentName {
+    FixedText<40> name;          ///< in the file
+    std::int32_t is_indexed = 0; ///< whether the host gets it with the segment's number
+};
 
 /// Values pass to the host as they stand. Units are those of a model whose volume factors are 1;
 /// multipliers and exponents are those of velocity and depth as powers of the flow (m3/s).
 struct Segment {
-    FixedText<40> name; ///< as the host gets it
     std::int32_t bottom_segment = 0;
     std::int32_t type = 0;
     std::int32_t hydraulic_option = 0; ///< current format; likewise the last six members
@@ -46,7 +49,8 @@ struct SegmentTable {
     float bed_time_step = 0; ///< days
     float volume_scale_factor = 0;
     float volume_conversion_factor = 0;
-    std::vector<Segment> segments;
+    PackedList<SegmentName> names;
+    PackedList<Segment> segments;
 };
 
 /// The members that a geometry record of both formats fills, in its order.
@@ -68,7 +72,6 @@ inline constexpr auto segment_geometry = std::tuple{
 };
 
 /// The order in which they reach the host: slope before length, unlike the record.
-inline constexpr RowCommands<RowCommand<"PSEGNAME", &Segment::name>> segment_name_commands;
 inline constexpr RowCommands<RowCommand<"PBOTSEG", &Segment::bottom_segment>,
                              RowCommand<"PSEGTYPE", &Segment::type>>
     segment_identity_commands;
@@ -85,9 +88,10 @@ inline constexpr RowCommands<
 /// the names. Later sections share the count.
 void read_segment_settings(ImportModule &module, SegmentTable &table);
 
-/// Reads the records of all segments: `read_name(number)` adds a segment to the table, and, behind
-/// a caption that nobody guards, `read_geometry(number, segment)` fills it. The order of the
-/// records counts, not the numbers that they bear.
+/// Reads the records of all segments: those of the names by `read_name(number)`, which adds them to
+/// the table, and, behind a caption that nobody guards, those of the geometry by
+/// `read_geometry(number, segment)`. The order of the records counts, not the numbers that they
+/// bear.
 template <class ReadName, class ReadGeometry>
 void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName read_name,
                           ReadGeometry read_geometry) {
@@ -95,7 +99,10 @@ void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName re
     FixedText<40> caption;
     reader.unguarded_fixed<"(A40)">("caption of the segment geometry", caption);
     reader.for_each_record(table.segment_count, [&](std::int32_t number) {
-        read_geometry(number, table.segments[static_cast<std::size_t>(number - 1)]);
+        Segment segment;
+        read_geometry(number, segment);
+        if (reader.ok())
+            table.segments.push_back(segment);
     });
 }
 
@@ -104,9 +111,12 @@ void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName re
 void give_other_number(const ImportModule &module, std::int32_t number_in_file,
                        std::int32_t number);
 
-/// Adds a segment, and tells when its name does not reach the host whole.
-void add_segment(const ImportModule &module, SegmentTable &table, std::int32_t number,
-                 const FixedText<40> &name, bool was_cut, const FixedText<40> &host_name);
+/// The name of segment `number` as the host gets it.
+using HostName = FixedText<40>(const SegmentName &name, std::int32_t number);
+
+/// Adds the name that was read last, and tells when it does not reach the host whole.
+void add_name(const ImportModule &module, SegmentTable &table, std::int32_t number,
+              const FixedText<40> &name, HostName *host_name);
 
 /// Sends what `read_segment_settings` has read, the count apart, and the section's report line.
 void send_segment_settings(const SegmentTable &table);
