@@ -34,8 +34,10 @@ struct RowPacking {
         std::memcpy(words.data(), &row, sizeof(Row));
         std::array<unsigned char, tag_bytes> tags{};
         unsigned char *end = target + tag_bytes;
+        Word before = 0;
         for (std::size_t i = 0; i < word_count; ++i) {
-            const Tag tag = tag_of(words, i);
+            const Tag tag = tag_of(words[i], before);
+            before = words[i];
             tags[i / tags_of_byte] = static_cast<unsigned char>(
                 tags[i / tags_of_byte] | static_cast<unsigned>(tag) << i % tags_of_byte * 2);
             if (tag != Tag::literal)
@@ -52,16 +54,18 @@ struct RowPacking {
         const unsigned char *const tags = source;
         source += tag_bytes;
         std::array<Word, word_count> words{};
+        Word before = 0;
         for (std::size_t i = 0; i < word_count; ++i) {
             const auto tag = static_cast<Tag>(tags[i / tags_of_byte] >> i % tags_of_byte * 2 & 3U);
             if (tag == Tag::blank) {
                 words[i] = blank;
             } else if (tag == Tag::repeated) {
-                words[i] = words[i - 1];
+                words[i] = before;
             } else if (tag == Tag::literal) {
                 std::memcpy(&words[i], source, sizeof(Word));
                 source += sizeof(Word);
             }
+            before = words[i];
         }
         Row row;
         std::memcpy(static_cast<void *>(&row), words.data(), sizeof(Row));
@@ -69,12 +73,12 @@ struct RowPacking {
     }
 
   private:
-    static Tag tag_of(const std::array<Word, word_count> &words, std::size_t i) {
-        if (words[i] == 0)
+    static Tag tag_of(Word word, Word before) {
+        if (word == 0)
             return Tag::zero;
-        if (words[i] == blank)
+        if (word == blank)
             return Tag::blank;
-        return i > 0 && words[i] == words[i - 1] ? Tag::repeated : Tag::literal;
+        return word == before ? Tag::repeated : Tag::literal;
     }
 };
 
