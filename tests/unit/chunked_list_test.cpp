@@ -50,7 +50,7 @@ TEST(ChunkedList, SeriesTakeEightBytesAPair) {
         float first;
         float second;
     };
-    EXPECT_EQ(ChunkedList<Pair>::rows_of_chunk, ChunkedList<Pair>::chunk_bytes / 8);
+    EXPECT_EQ(ChunkedList<Pair>::rows_of_chunk, chunk_pool::chunk_bytes / 8);
 }
 
 } // namespace

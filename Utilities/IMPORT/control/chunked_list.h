@@ -1,5 +1,7 @@
 #pragma once
 
+#include "control/chunk_pool.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -16,8 +18,7 @@ class ChunkedList {
     static_assert(std::is_trivially_copyable_v<Row> && std::is_trivially_destructible_v<Row>);
 
   public:
-    static constexpr std::size_t chunk_bytes = std::size_t{64} * 1024;
-    static constexpr std::size_t rows_of_chunk = chunk_bytes / sizeof(Row);
+    static constexpr std::size_t rows_of_chunk = chunk_pool::chunk_bytes / sizeof(Row);
 
     constexpr ChunkedList() = default;
     ChunkedList(const ChunkedList &) = delete;
@@ -43,7 +44,7 @@ class ChunkedList {
         return chunks_[i / rows_of_chunk].get()[i % rows_of_chunk];
     }
 
-    /// Gives all memory back.
+    /// Gives all chunks back.
     void clear() {
         chunks_ = std::vector<Chunk>();
         next_ = chunk_end_ = nullptr;
@@ -53,13 +54,13 @@ class ChunkedList {
     template <class Any>
     friend class RowWalk;
 
-    struct FreeChunk {
-        void operator()(Row *rows) const { std::allocator<Row>().deallocate(rows, rows_of_chunk); }
+    struct GiveBack {
+        void operator()(Row *rows) const { chunk_pool::give_back(rows); }
     };
-    using Chunk = std::unique_ptr<Row, FreeChunk>; ///< rows behind the last one do not exist yet
+    using Chunk = std::unique_ptr<Row, GiveBack>; ///< rows behind the last one do not exist yet
 
     void add_chunk() {
-        Chunk chunk(std::allocator<Row>().allocate(rows_of_chunk));
+        Chunk chunk(static_cast<Row *>(chunk_pool::take()));
         chunks_.push_back(std::move(chunk));
         next_ = chunks_.back().get();
         chunk_end_ = next_ + rows_of_chunk;

@@ -1,5 +1,6 @@
 #include "control/driver.h"
 
+#include "control/chunk_pool.h"
 #include "control/console.h"
 #include "control/entry_scope.h"
 #include "control/fixed_text.h"
@@ -189,6 +190,8 @@ void run_import(ImportModule &module, std::span<const Family> families) noexcept
     }
     if (running.entered()) {
         module.reader.stream().close();
+        module.inflow_count.clear();
+        chunk_pool::release();
         console::flush();
     }
 }

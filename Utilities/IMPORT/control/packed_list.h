@@ -1,5 +1,7 @@
 #pragma once
 
+#include "control/chunk_pool.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -87,8 +89,6 @@ struct RowPacking {
 template <class Row>
 class PackedList {
   public:
-    static constexpr std::size_t chunk_bytes = std::size_t{64} * 1024;
-
     PackedList() = default;
     PackedList(const PackedList &) = delete;
     PackedList &operator=(const PackedList &) = delete;
@@ -96,7 +96,8 @@ class PackedList {
 
     /// Throws std::bad_alloc when there is no memory for another chunk.
     void push_back(const Row &row) {
-        if (chunks_.empty() || chunk_bytes - chunks_.back().size < RowPacking<Row>::largest)
+        if (chunks_.empty() ||
+            chunk_pool::chunk_bytes - chunks_.back().size < RowPacking<Row>::largest)
             add_chunk();
         Chunk &chunk = chunks_.back();
         unsigned char *const start = chunk.bytes.get();
@@ -116,13 +117,18 @@ class PackedList {
     template <class Any>
     friend class PackedWalk;
 
+    struct GiveBack {
+        void operator()(unsigned char *bytes) const { chunk_pool::give_back(bytes); }
+    };
     struct Chunk {
-        std::unique_ptr<unsigned char[]> bytes;
+        std::unique_ptr<unsigned char[], GiveBack> bytes;
         std::size_t size = 0;
     };
 
     void add_chunk() {
-        chunks_.push_back({std::make_unique_for_overwrite<unsigned char[]>(chunk_bytes)});
+        Chunk chunk;
+        chunk.bytes.reset(static_cast<unsigned char *>(chunk_pool::take()));
+        chunks_.push_back(std::move(chunk));
     }
 
     std::vector<Chunk> chunks_;
