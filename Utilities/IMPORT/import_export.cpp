@@ -29,3 +29,14 @@ void initial_conditions() { kova_import::run_legacy_section(SectionNumber::initi
 
 void modelparam_v2() { kova_import::run_current_section(SectionNumber::model_parameters); }
 void segments_v2() { kova_import::run_current_section(SectionNumber::segments); }
+void flowpath_v2() { kova_import::run_current_section(SectionNumber::flow_paths); }
+void flows_v2() { kova_import::run_current_section(SectionNumber::flow_series); }
+void exchanges_v2() { kova_import::run_current_section(SectionNumber::exchanges); }
+void boundary_v2() { kova_import::run_current_section(SectionNumber::boundary_conditions); }
+void loads_v2() { kova_import::run_current_section(SectionNumber::loads); }
+void timefunctions_v2() { kova_import::run_current_section(SectionNumber::time_functions); }
+void seg_parameters_v2() { kova_import::run_current_section(SectionNumber::segment_parameters); }
+void constants_v2() { kova_import::run_current_section(SectionNumber::constants); }
+void initial_conditions_v2() {
+    kova_import::run_current_section(SectionNumber::initial_conditions);
+}

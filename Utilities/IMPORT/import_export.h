@@ -154,6 +154,15 @@ KOVA_IMPORT_API void initial_conditions(void);
 /* The sections of the current format. */
 KOVA_IMPORT_API void modelparam_v2(void);
 KOVA_IMPORT_API void segments_v2(void);
+KOVA_IMPORT_API void flowpath_v2(void);
+KOVA_IMPORT_API void flows_v2(void);
+KOVA_IMPORT_API void exchanges_v2(void);
+KOVA_IMPORT_API void boundary_v2(void);
+KOVA_IMPORT_API void loads_v2(void);
+KOVA_IMPORT_API void timefunctions_v2(void);
+KOVA_IMPORT_API void seg_parameters_v2(void);
+KOVA_IMPORT_API void constants_v2(void);
+KOVA_IMPORT_API void initial_conditions_v2(void);
 
 #ifdef __cplusplus
 }

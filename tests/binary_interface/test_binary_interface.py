@@ -95,9 +95,10 @@ def dynamic_section(library):
 class Exports(unittest.TestCase):
     def test_the_library_exports_its_interface_and_nothing_else(self):
         self.assertEqual(exported_names(LIBRARY), [
-            "IMPORT_EXPORT", "boundary", "constants", "exchanges", "flowpath", "flows", "importexport", "initial_conditions",
-            "intro", "loads", "modelparam", "modelparam_v2", "seg_parameters", "segments", "segments_v2", "timefunctions",
-            "version"])
+            "IMPORT_EXPORT", "boundary", "boundary_v2", "constants", "constants_v2", "exchanges", "exchanges_v2", "flowpath",
+            "flowpath_v2", "flows", "flows_v2", "importexport", "initial_conditions", "initial_conditions_v2", "intro",
+            "loads", "loads_v2", "modelparam", "modelparam_v2", "seg_parameters", "seg_parameters_v2", "segments",
+            "segments_v2", "timefunctions", "timefunctions_v2", "version"])
 
     def test_the_host_is_found_by_its_name_and_the_search_path_of_the_user_comes_first(self):
         section = dynamic_section(LIBRARY)

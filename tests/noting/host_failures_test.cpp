@@ -4,6 +4,7 @@
 #include "import_export.h"
 #include "tests/support/model_text.h"
 #include "tests/support/noting_host.h"
+#include "tests/support/stopped_import.h"
 #include "tests/support/temporary_file.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +12,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -39,12 +42,24 @@ Outcome import() {
     return outcome;
 }
 
-TEST(HostFailures, EndTheSectionAndLeaveTheNextImportAlone) {
+struct Model {
+    const char *name;
+    kova_test::Records records;
+    bool is_current;
+    bool transport_only;
+};
+
+class HostFailures : public testing::TestWithParam<Model> {};
+
+TEST_P(HostFailures, EndTheSectionAndLeaveTheNextImportAlone) {
+    const bool is_current = GetParam().is_current;
     const kova_test::TemporaryFolder folder;
+    noting_host().transport_only = GetParam().transport_only;
     noting_host().import_path =
-        folder.write("model.inp", kova_test::text_of(kova_test::legacy_records())).string();
+        folder.write("model.inp", kova_test::text_of(GetParam().records)).string();
     const Outcome undisturbed = import();
     ASSERT_TRUE(undisturbed.failed_sections.empty());
+    std::set<std::int32_t> failed_sections;
     std::size_t in_sections = 0;
     for (std::size_t failing = 0; failing < undisturbed.log.size(); ++failing) {
         std::size_t count = 0;
@@ -59,16 +74,29 @@ TEST(HostFailures, EndTheSectionAndLeaveTheNextImportAlone) {
         // what came before is as ever
         for (std::size_t i = 0; i < failing; ++i)
             ASSERT_EQ(failed.log[i], undisturbed.log[i]) << failing;
-        if (failed.failed_sections[0] != 0) {
+        const std::int32_t section = failed.failed_sections[0];
+        failed_sections.insert(section);
+        if (section != 0) {
             ++in_sections;
-            EXPECT_EQ(failed.log.back(), undisturbed.log.back()) << failing;
+            kova_test::expect_end(undisturbed.log, failed.log, failing, section, is_current);
         } else {
             EXPECT_EQ(failed.log.size(), failing) << "the driver stops there";
         }
-        EXPECT_EQ(import().log, undisturbed.log) << failing;
+        ASSERT_EQ(import().log, undisturbed.log) << failing;
+        ASSERT_FALSE(HasFailure()) << failing;
     }
     EXPECT_GT(in_sections, undisturbed.log.size() / 2);
+    // the driver and every section that sends anything
+    const std::size_t silent = GetParam().transport_only ? 3 : 0; // loads, parameters, constants
+    EXPECT_EQ(failed_sections.size(), 12 - silent);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Models, HostFailures,
+    testing::Values(Model{"Legacy", kova_test::legacy_records(), false, false},
+                    Model{"Current", kova_test::current_records(), true, false},
+                    Model{"CurrentTransport", kova_test::current_records(), true, true}),
+    [](const auto &information) { return information.param.name; });
 
 } // namespace
 

@@ -2,8 +2,9 @@
 
     compare_with_library.py IMPORT_LOGS [--count N] [--seed S] [FILE...]
 
-IMPORT_LOGS is the built program that imports the files of a folder with the library. Every file is imported with one of the four
-combinations of answers, given files with all four. A difference is printed with its file, which is kept.
+IMPORT_LOGS is the built program that imports the files of a folder with the library. Every file is imported with
+one of the eight combinations of scope, index names and report tables, given files with all eight. A difference is
+printed with its file, which is kept.
 
 The send buffers live from one import to the next, so both sides take the files in the order of their names.
 Those given come last, because long series in them would stand in the buffers of all files behind. A difference

@@ -1,4 +1,4 @@
-"""The sections of a current-format (version 8) file."""
+"""Model parameters and segments of a current-format (version 8) file."""
 
 from command_log import Integer, Real
 from records import fit, integers, reals, texts

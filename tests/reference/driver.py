@@ -5,6 +5,10 @@ import stat
 from dataclasses import dataclass
 
 import current
+import current_environment
+import current_kinetics
+import current_network
+import current_series
 import legacy
 import legacy_environment
 import legacy_kinetics
@@ -21,7 +25,7 @@ WEB_SITE = "https://kova.example"
 
 @dataclass(frozen=True)
 class Section:
-    """A row of a family. Without a routine the section is passed over, like one behind a failure."""
+    """A row of a family."""
     name: str
     percentage: int
     routine: object
@@ -84,15 +88,15 @@ CURRENT = Family(
     sections=(
         Section("modelparam_v2", 0, current.modelparam_v2, True),
         Section("segments_v2", 5, current.segments_v2, True),
-        Section("flowpath_v2", 10, None, False),
-        Section("flows_v2", 20, None, True),
-        Section("exchanges_v2", 30, None, True),
-        Section("boundary_v2", 40, None, True),
-        Section("loads_v2", 50, None, True),
-        Section("timefunctions_v2", 60, None, True),
-        Section("seg_parameters_v2", 70, None, True),
-        Section("constants_v2", 80, None, True),
-        Section("initial_conditions_v2", 85, None, True)),
+        Section("flowpath_v2", 10, current_network.flowpath_v2, False),
+        Section("flows_v2", 20, current_network.flows_v2, True),
+        Section("exchanges_v2", 30, current_network.exchanges_v2, True),
+        Section("boundary_v2", 40, current_series.boundary_v2, True),
+        Section("loads_v2", 50, current_series.loads_v2, True),
+        Section("timefunctions_v2", 60, current_environment.timefunctions_v2, True),
+        Section("seg_parameters_v2", 70, current_environment.seg_parameters_v2, True),
+        Section("constants_v2", 80, current_kinetics.constants_v2, True),
+        Section("initial_conditions_v2", 85, current_kinetics.initial_conditions_v2, True)),
     completion_note=(
         '<body><big style="font-weight: bold; color: Black;">Import Utility ',
         'has completed. Your import file was from a KOVA8 input file.  You will need to',
@@ -181,7 +185,7 @@ def run_sections(run, family):
     failure = None
     for section in family.sections:
         send_progress(run, section.percentage)
-        if section.routine is None or run.state.import_error:
+        if run.state.import_error:
             continue
         try:
             section.routine(run)

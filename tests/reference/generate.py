@@ -8,8 +8,9 @@ writes the file of that seed and says in one line what it is. The same seed alwa
 import random
 import sys
 
-from generate_current import current_records
-from generate_faults import OPENING_FAULTS, SECTION_FAULTS
+from generate_current import current_opening, current_system_count
+from generate_current_sections import current_sections
+from generate_faults import CURRENT_OPENING_FAULTS, CURRENT_SECTION_FAULTS, OPENING_FAULTS, SECTION_FAULTS
 from generate_legacy import legacy_opening, legacy_sections, legacy_system_count
 
 
@@ -42,35 +43,50 @@ def break_bytes(rng, content):
     return b"\xef\xbb\xbf" * 2 + content, "two byte-order marks"
 
 
+# Opening faults, section faults; up to which random number a file has no fault, and up to which only broken bytes.
+FAULTS = {"legacy": (OPENING_FAULTS, SECTION_FAULTS, 0.4, 0.5),
+          "current": (CURRENT_OPENING_FAULTS, CURRENT_SECTION_FAULTS, 0.4, 0.48)}
+
+
 def random_records(rng, family, segment_count):
     """The records of a file: up to the segments, and of the sections behind them."""
     if family == "current":
-        return current_records(rng, segment_count), []
+        system_count = current_system_count(rng)
+        opening, option = current_opening(rng, system_count, segment_count)
+        return opening, current_sections(rng, system_count, segment_count, option)
     system_count = legacy_system_count(rng)
     return (legacy_opening(rng, system_count, segment_count),
             legacy_sections(rng, system_count, segment_count))
 
 
-def plant_fault(rng, opening, sections):
-    if sections and rng.random() < 0.7:
-        return rng.choice(SECTION_FAULTS)(rng, sections)
-    return rng.choice(OPENING_FAULTS)(rng, opening)
+def plant_fault(rng, family, opening, sections):
+    opening_faults, section_faults, _, _ = FAULTS[family]
+    if rng.random() < 0.7:
+        return rng.choice(section_faults)(rng, sections)
+    return rng.choice(opening_faults)(rng, opening)
+
+
+def random_segment_count(rng, family):
+    if rng.random() < 0.01:
+        return 1001
+    return -1 if family == "current" and rng.random() < 0.04 else rng.choice((0, 1, 2, 3, 5, 12))
 
 
 def generate_described(seed):
     """The file of a seed and a line about it."""
     rng = random.Random(seed)
     family = rng.choice(("legacy", "legacy", "current"))
-    segment_count = rng.choice((0, 1, 2, 3, 5, 12)) if rng.random() > 0.01 else 1001
+    segment_count = random_segment_count(rng, family)
     opening, sections = random_records(rng, family, segment_count)
     description = f"seed {seed}: {family}, {segment_count} segments"
+    _, _, without_fault, with_broken_bytes = FAULTS[family]
     choice = rng.random()
-    if choice < (0.25 if family == "current" else 0.4):
+    if choice < without_fault:
         return whole_file(rng, opening + sections), description + ", no fault planted"
-    if choice < 0.5:
+    if choice < with_broken_bytes:
         content, fault = break_bytes(rng, whole_file(rng, opening + sections))
     else:
-        fault = plant_fault(rng, opening, sections)
+        fault = plant_fault(rng, family, opening, sections)
         content = whole_file(rng, opening + sections)
     return content, f"{description}, {fault}"
 

@@ -214,9 +214,49 @@ def cut(rng, records):
     return f"cut before a {name}"
 
 
+COLUMN_RECORDS = ("parameter", "parameter_value", "constant", "factors")
+
+
+def changed_column(rng, records):
+    """Something at a column of a record with columns, where a number stands or where nobody looks."""
+    columned = [record for record in records if record.reading == "fixed" and record.name in COLUMN_RECORDS]
+    if not columned:
+        return bad_digit(rng, records)
+    record = rng.choice(columned)
+    line = record.lines[0]
+    position = rng.randrange(rng.choice((20, 64)))
+    byte = rng.choice((b"\t", b"x", b".", b",", b"-", b"+", b"E", b"/", b"*", b" ", b"5", b"\0", b"\r"))
+    record.lines = [line[:position].ljust(position) + byte + line[position + 1:]]
+    return f"column {position + 1} of {record.name} is {byte!r}"
+
+
+def shifted_columns(rng, records):
+    """A line with columns moved to one side, so that numbers reach into columns that are skipped."""
+    columned = [record for record in records if record.reading == "fixed" and record.name in COLUMN_RECORDS]
+    if not columned:
+        return bad_digit(rng, records)
+    record = rng.choice(columned)
+    record.lines = [rng.choice((b" " + record.lines[0], b"\t" + record.lines[0], record.lines[0][1:],
+                                b"     " + record.lines[0]))]
+    return f"{record.name} with shifted columns"
+
+
+def other_option(rng, records):
+    """Another hydraulic option of segment 1; a file name is missing then, or one too many."""
+    geometry = [record for record in records if record.name == "geometry"]
+    if not geometry:
+        return bad_digit(rng, records)
+    option = rng.choice((b"    0", b"    3", b"3    ", b"  3  ", b"   +3", b"   03"))
+    geometry[0].lines = [geometry[0].lines[0][:15].ljust(15) + option + geometry[0].lines[0][20:]]
+    return f"hydraulic option {option!r}"
+
+
 FAULTS = (bad_digit, odd_number, odd_number, exponent, repeat_count, repeat_count, empty_value, slash, slash,
           open_quote, hostile_count, hostile_count, missing_lines, additional_line, comma_between_lines, tab,
           short_line, embedded_blank, long_line, strange_byte)
 OPENING_FAULTS = (*FAULTS, hostile_bypass)
+CURRENT_OPENING_FAULTS = (*FAULTS, other_option, other_option, other_option)
+CURRENT_SECTION_FAULTS = (*FAULTS, long_series, segment_outside, segment_outside, cut, cut, cut, changed_column,
+                          changed_column, changed_column, shifted_columns)
 SECTION_FAULTS = (*FAULTS, long_series, many_functions, unbacked_parameters, unbacked_conditions,
                   segment_outside, cut, cut)

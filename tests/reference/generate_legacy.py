@@ -5,10 +5,10 @@ series, the counts of the flow paths, which hold where a count is left out.
 """
 
 from generate_environment import environment_records
-from generate_records import (Record, caption_record, count_record, date_and_option_records, file_name_record,
-                              fixed_real, header_record, integer_record, integer_text, list_record, list_text,
-                              random_name, real_record, real_text, segment_opening, sparse_record,
-                              text_line_record, title_record)
+from generate_records import (Record, caption_record, column_real, column_record, count_record,
+                              date_and_option_records, file_name_record, header_record, integer_record,
+                              integer_text, list_record, list_text, random_name, real_record, real_text,
+                              segment_opening, sparse_record, text_line_record, title_record)
 
 
 def legacy_system_count(rng):
@@ -70,12 +70,18 @@ def changed(rng, count):
 def flow_path_records(rng, segment_count):
     """The records, and the function counts of the fields."""
     option = rng.choice((0, 1, 2, 3, 3, -3))
+    fields, field_counts = flow_field_records(rng, segment_count, option == 3)
+    return [count_record(rng, "flow_option", option)] + fields, field_counts
+
+
+def flow_field_records(rng, segment_count, has_file_name):
+    """From the number of fields on; the file name stands in the first one."""
     field_count = small_count(rng)
-    records = [count_record(rng, "flow_option", option), count_record(rng, "flow_field_count", field_count)]
+    records = [count_record(rng, "flow_field_count", field_count)]
     function_counts = []
     for field in range(field_count):
         records.append(caption_record(rng, "field_caption"))
-        if field == 0 and option == 3:
+        if field == 0 and has_file_name:
             records.append(file_name_record(rng, "hydro_file_name"))
         function_counts.append(small_count(rng))
         records.append(count_record(rng, "function_count", function_counts[-1]))
@@ -149,9 +155,8 @@ def boundary_records(rng, kept_count, segment_count):
         count = series_count(rng, system_count)
         records += [text_line_record(rng, "heading"), count_record(rng, "boundary_count", count)]
         if count > 0:
-            factors = fixed_real(rng, 10, 2) + fixed_real(rng, 10, 2)
-            remark = rng.choice((b"", b"", b"  scale, conversion"))
-            records.append(Record("factors", "fixed", [factors + remark]))
+            factors = ((0, 10, column_real(rng, 10)), (0, 10, column_real(rng, 10)))
+            records.append(column_record(rng, "factors", factors))
         records += segment_series_records(rng, count, segment_count)
     return records, system_count
 

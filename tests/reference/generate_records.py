@@ -43,12 +43,16 @@ def real_text(rng, value=None):
     return text
 
 
-def fixed_real(rng, width, digits):
-    """A real for a column of that width; one that is too long gets an exponent and fewer digits."""
+def column_real(rng, width, digits=2):
+    """A real that fits columns of that width; one that is too long gets an exponent and fewer digits."""
     text = rng.choice((b"", b"%d" % rng.randint(-99999, 9999999), real_text(rng), real_text(rng), real_text(rng),
                        b"%.5f" % rng.uniform(0, 1e6)))
-    if len(text) > width:
-        text = b"%.*E" % (digits, random_real(rng))
+    return text if len(text) <= width else b"%.*E" % (digits, random_real(rng))
+
+
+def fixed_real(rng, width, digits):
+    """Such a real at some place in its columns."""
+    text = column_real(rng, width, digits)
     return rng.choice((text.rjust(width), text.rjust(width), text.ljust(width), text.center(width)))
 
 
@@ -131,6 +135,53 @@ def caption_record(rng, name):
 def title_record(rng, name):
     titles = (b"Lake model", b"'Lake model, 1998'", b'"Lake ""A"""', b"12 segments", b"1998/99 run", b"x", b"3*")
     return Record(name, "list", [rng.choice(titles)])
+
+
+def section_title_record(rng, name):
+    """Among them titles that are long, left out, behind empty lines or over several."""
+    if rng.random() < 0.7:
+        return title_record(rng, name)
+    return Record(name, "list", [*rng.choice((
+        (b"",  b"Lake"), (b"", b" \t", b"'Lake model'  "), (b"'Lake", b"", b"model'"), (b"x" * 100,),
+        (b"'" + b"long title " * 12 + b"'",), (b"/",), (b" / Lake",), (b",",), (b"''",), (b"\"D'\xc9tang\", 1998",),
+        (b"12*'a'",), (b"2*Lake", )))])
+
+
+SKIPPED = (b" ", b" ", b" ", b" ", b"x", b"7", b"\t", b".", b"/", b"'", b"-")
+
+
+def column_record(rng, name, fields):
+    """A line with columns: of every field how many are skipped before it, how many it has, and its text.
+
+    A text too long for its columns leaves them blank, as do now and then a whole field and, in a short line,
+    all from some column on.
+    """
+    line = b""
+    for skipped, width, text in fields:
+        if rng.random() < 0.04 and line:
+            return Record(name, "fixed", [line + skipped_columns(rng, rng.randint(0, skipped))])
+        line += skipped_columns(rng, skipped) + placed_text(rng, text, width)
+    remark = rng.choice((b"", b"", b"", b"  remark", b"9", b"\t1 2 3"))
+    return Record(name, "fixed", [line.rstrip(b" ") if rng.random() < 0.2 and not remark else line + remark])
+
+
+def skipped_columns(rng, width):
+    """Mostly blank, sometimes something to look like a remark or a neighbour's digit."""
+    if rng.random() < 0.7:
+        return b" " * width
+    if rng.random() < 0.5:
+        return b"parameter number, class, value"[:width].ljust(width)
+    return b"".join(rng.choice(SKIPPED) for _ in range(width))
+
+
+def placed_text(rng, text, width):
+    """A number in its columns, now and then with blanks inside it."""
+    if len(text) > width or rng.random() < 0.03:
+        return b" " * width
+    if text and len(text) < width and rng.random() < 0.1:
+        position = rng.randint(1, len(text))
+        text = text[:position] + b" " + text[position:]
+    return rng.choice((text.rjust(width), text.rjust(width), text.ljust(width), text.center(width)))
 
 
 def header_record(rng, version):

@@ -82,3 +82,48 @@ def opening_with_flags(bypassed):
 def opening_with_all_systems(bypassed):
     """The opening block with all systems that there are and that text for their bypass flags."""
     return opening_with_flags(bypassed)[:4] + (b"28\n",) + opening_with_flags(bypassed)[5:]
+
+
+# --- the current format -------------------------------------------------------------------------------------
+
+def current_segments(*options):
+    """As many segments as there are hydraulic options."""
+    names = [b"%5d     Pool %d\n" % (index, index) for index in range(1, len(options) + 1)]
+    geometry = [b"%5d    0    1%5d\n" % (index, option) for index, option in enumerate(options, start=1)]
+    return (b"Segments\n", b"%d\n" % len(options), b"0\n", b"1\n", b"1 1\n", b"Names\n", *names, b"Geometry\n",
+            *geometry)
+
+
+EMPTY_CURRENT_SECTIONS = {"flowpath": b"Flow paths\nOne more\n0\n", "flows": b"Flows\n0\n",
+                          "exchanges": b"Exchanges\n0\n", "boundary": b"Boundaries\n0\n", "loads": b"Loads\n0\n0\n",
+                          "timefunctions": b"Functions\n0\n", "seg_parameters": b"Parameters\n2\n0\nList\n",
+                          "constants": b"Constants\n0\n", "initial_conditions": b"Initial\n0\n2\n"}
+# The line counter at the first read statement of a section when those before it are empty, one more than the line.
+FIRST_STATEMENT = {"flowpath": 30, "flows": 33, "exchanges": 35, "boundary": 37, "loads": 39, "timefunctions": 42,
+                   "seg_parameters": 44, "constants": 48, "initial_conditions": 50}
+CURRENT_REST = tuple(EMPTY_CURRENT_SECTIONS.values())
+# What an import without a fault writes on the console.
+CURRENT_CONSOLE = [b"Reading Boundary Information", b"Done Reading Boundary Information", b"Done reading Loads",
+                   b"Reading Time Functions", b"Done Reading Time Functions", b"Reading Segment Parameters",
+                   b"Done Reading Segment Parameters", b"Reading Constants", b"Done Reading Constants",
+                   b"Reading Initial Conditions", b"Done Reading Initial Conditions"]
+
+
+def current_file(opening=CURRENT_OPENING, segments=current_segments(0, 3), **sections):
+    """Two systems and two segments; a section that is not given is empty."""
+    return b"".join(opening + segments) + b"".join({**EMPTY_CURRENT_SECTIONS, **sections}.values())
+
+
+def current_file_up_to(section, content, **options):
+    """The same file, which ends with that content of the section."""
+    names = list(EMPTY_CURRENT_SECTIONS)
+    return current_file(**{section: content, **dict.fromkeys(names[names.index(section) + 1:], b""), **options})
+
+
+def pane_report(statement):
+    """What `commands_of` gives for the three commands of a failed read, for line counters of two digits."""
+    line = f'"Error Reading Import File at Line # {statement} </span></li>" 29*" "'
+    return [f'GSPRINTFI text[80] -> {line}, text[52] "Error Reading Import File at Line # %d </span></li>\\0", '
+            f'int {statement}',
+            'PINFOHTML text[51] "<li><span style=\\"font-weight: bold; color: blue;\\">\\0"',
+            f'PINFOHTML text[80] {line}']

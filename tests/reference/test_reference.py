@@ -10,8 +10,8 @@ from driver import derive_model_file_name, import_file, terminated_path
 from generate import generate, generate_described
 from records import (CannotConvert, ColumnField, ReadFailure, RecordReader, convert_columns, convert_integer,
                      convert_real, integers, parse_layout, reals, split_lines, texts)
-from small_files import (CURRENT_OPENING, CURRENT_SEGMENTS, LEGACY_OPENING, LEGACY_REST, LEGACY_SEGMENTS, PERCENTAGES,
-                         arguments_of, replaced)
+from small_files import (CURRENT_CONSOLE, CURRENT_OPENING, CURRENT_REST, CURRENT_SEGMENTS, LEGACY_OPENING, LEGACY_REST,
+                         LEGACY_SEGMENTS, PERCENTAGES, arguments_of, replaced)
 
 
 def bits(value):
@@ -307,7 +307,7 @@ class Log(unittest.TestCase):
 
 class Files(unittest.TestCase):
     legacy = b"".join(LEGACY_OPENING + LEGACY_SEGMENTS + LEGACY_REST)
-    current = b"".join(CURRENT_OPENING + CURRENT_SEGMENTS)
+    current = b"".join(CURRENT_OPENING + CURRENT_SEGMENTS + CURRENT_REST)
 
     def assert_stops(self, content, section, counter, line, column, field):
         result = import_file(content)
@@ -451,7 +451,7 @@ class Files(unittest.TestCase):
     def test_current_settings(self):
         result = import_file(self.current)
         self.assertIsNone(result.failure)
-        self.assertEqual(result.console_lines, [])
+        self.assertEqual(result.console_lines, CURRENT_CONSOLE)
         self.assertEqual(arguments_of(result, "PNUMSYS"), ["int 2"])
         self.assertEqual(arguments_of(result, "PSYSNAME"),
                          ['int 1, text[31] "Ammonia" 23*" " "\\0", text[6] "NH-34\\0"',

@@ -71,7 +71,11 @@ TEST(Driver, ClearsThePaneShowsTheVersionPageAndStartsTheProgress) {
 }
 
 TEST(Driver, SendsEveryPercentageWhetherOrNotASectionRuns) {
-    EXPECT_EQ(import_text(text_of(current_records())).arguments_of("PPROGRESS"), all_percentages);
+    // with those of the boundaries of two systems, which are read and sent behind 40 per cent
+    EXPECT_EQ(import_text(text_of(current_records())).arguments_of("PPROGRESS"),
+              (Lines{"int 0", "int 5", "int 10", "int 20", "int 30", "int 40", "int 0", "int 0",
+                     "int 100", "int 0", "int 0", "int 100", "int 50", "int 60", "int 70", "int 80",
+                     "int 85", "int 100"}));
     // the first section fails: everything else is skipped, and everything around it still comes
     const ImportRun run =
         import_text(text_of(with(legacy_records(), "simulation length", "unknown")));
@@ -367,24 +371,17 @@ TEST(Driver, ASystemThatCannotReadTheFileAnyFurtherIsReported) {
     EXPECT_EQ(run.notices.at(0).reason, "The system could not read the file any further.");
 }
 
-TEST(Driver, NamesTheSectionsThatItDoesNotImport) {
-    const ImportRun run = import_text(text_of(current_records()));
-    Lines names;
-    for (const Notice &notice : run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED))
-        names.push_back(std::to_string(notice.section) + " " + notice.section_name);
-    EXPECT_EQ(names,
-              (Lines{"3 flow paths", "4 flow time series", "5 exchanges", "6 boundary conditions",
-                     "7 loads", "8 environmental time functions", "9 segment parameters",
-                     "10 kinetic constants", "11 initial conditions"}));
-    for (const Notice &notice : run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED))
-        EXPECT_EQ(notice.statement, "");
-    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
-}
-
-TEST(Driver, ImportsAllSectionsOfTheLegacyFormat) {
-    const ImportRun run = import_text(text_of(legacy_records()));
-    EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_SECTION_SKIPPED).empty());
-    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+TEST(Driver, ImportsAllSectionsOfBothFormats) {
+    for (const Records &records : {legacy_records(), current_records()}) {
+        const ImportRun run = import_text(text_of(records));
+        EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_READ_FAILED).empty());
+        EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+        // every section has something that no other sends
+        for (const char *keyword :
+             {"PNUMSYS", "PNUMSEG", "PNOQS", "PFLOWSREFRESH", "PEXCHANGESREFRESH", "PNOBC", "PLOPT",
+              "PTFSREFRESH", "PCONSTPARAM", "PADDCONST", "PINITC"})
+            EXPECT_FALSE(run.arguments_of(keyword).empty()) << keyword;
+    }
 }
 
 TEST(Driver, RefusesToBeCalledFromInsideAHostCommand) {
@@ -413,7 +410,7 @@ TEST(Driver, ReadsTheDataBlockWhileAQuestionIsOpen) {
 }
 
 TEST(Driver, ACountThatTheHostWritesInMidSectionBreaksNothing) {
-    const ImportRun undisturbed = import_text(text_of(current_records()));
+    const ImportRun undisturbed = import_text(text_of(current_opening()));
     ImportSettings settings;
     settings.before = [](const kova_host::ReceivedCommand &command) {
         if (command.keyword == "PPROGRESS" || command.keyword == "GFILENAME")
@@ -422,7 +419,7 @@ TEST(Driver, ACountThatTheHostWritesInMidSectionBreaksNothing) {
         IMPORT_EXPORT.system_count = -1;
         IMPORT_EXPORT.state_variable_count = 77;
     };
-    EXPECT_EQ(import_text(text_of(current_records()), settings).log, undisturbed.log);
+    EXPECT_EQ(import_text(text_of(current_opening()), settings).log, undisturbed.log);
 }
 
 TEST(Driver, ComputesWithItsOwnRoundingAndRestoresTheHosts) {

@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kova_test {
@@ -91,6 +93,248 @@ TEST(KineticsState, TablesAreSentAsTheFlagStands) {
     EXPECT_EQ(count("<big>Time Functions</big>"), 0);
     EXPECT_EQ(count("width: 183px"), 1);
     EXPECT_EQ(count("Water temperature"), 1);
+}
+
+TEST(CurrentKineticsState, SectionsReplaceTheSharedCounts) {
+    Records records = with(current_records(), "segment-parameter count", "-1");
+    records = with(records, "segment count", "7", 1);
+    const auto behind_list =
+        static_cast<std::ptrdiff_t>(position_of(records, "heading of the parameter list")) + 1;
+    const auto next =
+        static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 5));
+    records.erase(records.begin() + behind_list, records.begin() + next);
+    std::vector<std::int32_t> segment_counts;
+    ImportSettings settings;
+    settings.before = [&](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PTFSREFRESH" || command.keyword == "PPARAMSREFRESH" ||
+            command.keyword == "PCMAX")
+            segment_counts.push_back(IMPORT_EXPORT.segment_count);
+    };
+    EXPECT_EQ(import_text(text_of(records), settings).arguments_of("PPARAMSREFRESH"), Lines{""});
+    EXPECT_EQ(segment_counts, (std::vector<std::int32_t>{2, 7, 2, 2}));
+    // they stay when the section fails behind them
+    records = with(with(records, "system count", "5", 3), "segment count", "9", 2);
+    static_cast<void>(import_text(text_of(with(records, "density of the system", "x"))));
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+    EXPECT_EQ(IMPORT_EXPORT.system_count, 5);
+    EXPECT_EQ(IMPORT_EXPORT.segment_count, 9);
+}
+
+TEST(CurrentKineticsState, NoFlagOfTheLegacyFormatIsSet) {
+    Records records = with(current_records(), "number of the time function", "5");
+    records = with(records, "number of the time function", "10", 1);
+    static_cast<void>(import_text(text_of(records)));
+    EXPECT_EQ(IMPORT_EXPORT.tf5_present, 0);
+    EXPECT_EQ(IMPORT_EXPORT.tf10_present, 0);
+    EXPECT_EQ(IMPORT_EXPORT.state_variable_count, 0);
+}
+
+TEST(CurrentKineticsState, AHostThatWritesTheDataBlockInMidSectionChangesNothing) {
+    const std::string text = text_of(current_records());
+    import_export_data &data = IMPORT_EXPORT;
+    clear_send_buffers();
+    const ImportRun undisturbed = import_text(text);
+    for (const std::int32_t count : {-1, 0, 1, std::numeric_limits<std::int32_t>::max()}) {
+        ImportSettings settings;
+        settings.before = [&](const kova_host::ReceivedCommand &command) {
+            // nobody asks for these any more, or before they are read again
+            if (command.keyword == "PTFSREFRESH" || command.keyword == "PBRKTF" ||
+                command.keyword == "PADDPARAM" || command.keyword == "PCONSTPARAM" ||
+                command.keyword == "PADDCONST" || command.keyword == "PCMAX" ||
+                command.keyword == "PINITC") {
+                data.segment_count = count;
+                data.system_count = count;
+                data.state_variable_count = count;
+                data.flow_field_count = count;
+                data.tf10_present = 1;
+                data.report_tables = 1;
+                data.model_type = count;
+            }
+        };
+        clear_send_buffers();
+        EXPECT_EQ(import_text(text, settings).log, undisturbed.log) << count;
+    }
+}
+
+TEST(CurrentKineticsState, NothingBehindTheSegmentsHasTables) {
+    const std::string text = text_of(current_records());
+    clear_send_buffers();
+    const ImportRun undisturbed = import_text(text);
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PSEGMENTSREFRESH")
+            IMPORT_EXPORT.report_tables = 1;
+    };
+    clear_send_buffers();
+    EXPECT_EQ(import_text(text, settings).log, undisturbed.log);
+    EXPECT_EQ(IMPORT_EXPORT.report_tables, 1) << "nobody but the host and the driver writes it";
+}
+
+const Lines current_console = {
+    "Reading Boundary Information",
+    "Done Reading Boundary Information",
+    "Done reading Loads",
+    "Reading Time Functions",
+    "Done Reading Time Functions",
+    "Reading Segment Parameters",
+    "Done Reading Segment Parameters",
+    "Reading Constants",
+    "Done Reading Constants",
+    "Reading Initial Conditions",
+    "Done Reading Initial Conditions",
+};
+
+TEST(CurrentKineticsState, TransportOnlyLeavesTheNetworkAndTheConsole) {
+    ImportSettings settings;
+    settings.transport_only = true;
+    const ImportRun run = import_text(text_of(current_records()), settings);
+    const Lines keywords = run.keywords();
+    const auto exchanges = std::find(keywords.begin(), keywords.end(), "PEXCHANGESREFRESH");
+    // boundaries read with progress: at their start, and for each of two systems
+    EXPECT_EQ(Lines(exchanges, keywords.end()),
+              (Lines{"PEXCHANGESREFRESH", "PPROGRESS", "PPROGRESS", "PPROGRESS", "PPROGRESS",
+                     "PPROGRESS", "PPROGRESS", "PTFSREFRESH", "PPROGRESS", "PPROGRESS", "PPROGRESS",
+                     "PPROGRESS", "PDIALOG"}));
+    Lines notices = run.arguments_of("PINFOHTML");
+    std::erase_if(notices, [](const std::string &fragment) {
+        return fragment.find("\"Importing ") == std::string::npos;
+    });
+    EXPECT_EQ(notices, (Lines{
+                           "text[42] \"Importing Segment Information</span></li>\\0\"",
+                           "text[44] \"Importing Flow Path Information</span></li>\\0\"",
+                           "text[39] \"Importing Flow Time Series</span></li>\\0\"",
+                           "text[43] \"Importing Exchange Information</span></li>\\0\"",
+                           "text[41] \"Importing Initial Conditions</span></li>\\0\"",
+                       }));
+    EXPECT_EQ(run.console, current_console);
+    EXPECT_EQ(import_text(text_of(current_records())).console, current_console);
+}
+
+TEST(CurrentKineticsState, ASectionAsksForTheScopeOnce) {
+    ImportSettings settings;
+    // the time functions go on whole, and so does each section behind them
+    clear_send_buffers();
+    const ImportRun undisturbed = import_text(text_of(current_records()));
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PNBRKTF" || command.keyword == "PADDPARAM" ||
+            command.keyword == "PADDCONST" || command.keyword == "PCMAX")
+            IMPORT_EXPORT.transport_only = 1;
+        if (command.keyword == "PPROGRESS")
+            IMPORT_EXPORT.transport_only = 0;
+    };
+    clear_send_buffers();
+    EXPECT_EQ(import_text(text_of(current_records()), settings).log, undisturbed.log);
+    // what is written stays for the sections behind
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PNBRKTF")
+            IMPORT_EXPORT.transport_only = 1;
+    };
+    const ImportRun run = import_text(text_of(current_records()), settings);
+    EXPECT_EQ(run.arguments_of("PBRKTF").size(), 3U);
+    EXPECT_TRUE(run.arguments_of("PPARAMSREFRESH").empty());
+    EXPECT_TRUE(run.arguments_of("PADDCONST").empty());
+    EXPECT_TRUE(run.arguments_of("PCMAX").empty());
+}
+
+/// A whole model whose count has become -1, without what it counts.
+struct Emptied {
+    const char *count;
+    std::size_t occurrence;
+    const char *next; ///< the first record behind what it counts
+    std::size_t next_occurrence;
+    std::vector<std::pair<const char *, const char *>> sent; ///< a keyword and its last arguments
+};
+
+TEST(CurrentKineticsState, NegativeCountsAreSentAsReadAndAreNone) {
+    const std::vector<Emptied> cases = {
+        {"flow-field count", 0, "title", 2, {{"PNFIELD", "int -1"}}},
+        {"function count of the flow field", 0, "caption of the flow field", 1, {}},
+        {"pair count of the flow function", 1, "caption of the flow field", 1, {}},
+        {"flow-field count", 1, "heading of the section", 0, {{"PNFIELD", "int -1"}}},
+        {"function count of the flow field", 2, "caption of the flow field", 3, {}},
+        {"breakpoint count of the flow function", 1, "caption of the flow field", 3, {}},
+        {"exchange-field count", 0, "heading of the section", 1, {{"PNRFLD", "int -1"}}},
+        {"function count of the exchange field", 0, "heading of the exchange field", 1, {}},
+        {"pair count of the exchange function",
+         0,
+         "breakpoint count of the exchange function",
+         0,
+         {{"PNORS", "int 1, int 1, int -1"}}},
+        {"breakpoint count of the exchange function", 0, "heading of the exchange field", 1, {}},
+        {"system count", 1, "heading of the section", 2, {}},
+        {"boundary count", 0, "heading of the boundaries", 1, {}},
+        {"breakpoint count of the boundary",
+         1,
+         "heading of the boundaries",
+         1,
+         {{"PNBFP", "int 1, int 2, int -1"}}},
+        {"system count", 2, "heading of the section", 3, {}},
+        {"load count", 1, "heading of the section", 3, {{"PNBWK", "int 2, int 1, int 2"}}},
+        {"breakpoint count of the load",
+         1,
+         "heading of the section",
+         3,
+         {{"PNBWK", "int 2, int 1, int -1"}}},
+        {"time-function count", 0, "heading of the section", 4, {{"PTFSREFRESH", ""}}},
+        {"breakpoint count of the time function",
+         1,
+         "heading of the section",
+         4,
+         {{"PNBRKTF", "int 13, int 1, int -1"}}},
+        {"segment count", 1, "segment-parameter count", 0, {}},
+        {"constant count", 0, "title", 3, {{"PCONSTANTSREFRESH", ""}}},
+        {"segment count", 2, "caption of the system", 0, {}},
+    };
+    for (const Emptied &each : cases) {
+        SCOPED_TRACE(std::string(each.count) + " " + std::to_string(each.occurrence));
+        Records records = with(current_records(), each.count, "-1", each.occurrence);
+        const std::size_t count = position_of(records, each.count, each.occurrence);
+        const std::size_t next = position_of(records, each.next, each.next_occurrence);
+        records.erase(records.begin() + static_cast<std::ptrdiff_t>(count) + 1,
+                      records.begin() + static_cast<std::ptrdiff_t>(next));
+        // values of the parameters, or of the initial conditions, in no segment
+        const bool of_parameters = each.occurrence == 1;
+        if (std::string_view(each.count) == "segment count")
+            std::erase_if(records, [of_parameters](const Record &record) {
+                return of_parameters ? record.name == "segment of the parameter values" ||
+                                           record.name == "value of the segment parameter"
+                                     : record.name == "initial condition";
+            });
+        const ImportRun run = import_text(text_of(records));
+        EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_READ_FAILED).empty());
+        EXPECT_EQ(run.console, current_console);
+        for (const auto &[keyword, arguments] : each.sent) {
+            ASSERT_FALSE(run.arguments_of(keyword).empty());
+            const Lines all = run.arguments_of(keyword);
+            EXPECT_TRUE(std::find(all.begin(), all.end(), arguments) != all.end()) << keyword;
+        }
+    }
+}
+
+TEST(CurrentKineticsState, ParametersWithoutSegmentsAreSentWithoutValues) {
+    Records records = with(current_records(), "segment count", "0", 1);
+    std::erase_if(records, [](const Record &record) {
+        return record.name == "segment of the parameter values" ||
+               record.name == "value of the segment parameter";
+    });
+    const ImportRun run = import_text(text_of(records));
+    EXPECT_EQ(run.arguments_of("PADDPARAM"), (Lines{"int 2, int 1", "int 14, int 3"}));
+    EXPECT_EQ(run.arguments_of("PSCALEPARAMBYISC"),
+              (Lines{"int 2, int 1, real 1.5", "int 14, int 3, real 0.5"}));
+    EXPECT_EQ(run.arguments_of("PPARAMSREFRESH").size(), 2U);
+    EXPECT_TRUE(run.arguments_of("PCONSTPARAM").empty());
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+}
+
+TEST(CurrentKineticsState, TheLastSegmentsRecordsSayWhatTheParametersAre) {
+    Records records =
+        with(current_records(), "value of the segment parameter", parameter_value(99, 2, "5"), 0);
+    records = with(records, "value of the segment parameter", std::string(60, ' ') + "25  ", 3);
+    const ImportRun run = import_text(text_of(records));
+    EXPECT_EQ(run.arguments_of("PADDPARAM"), (Lines{"int 2, int 1", "int 0, int 0"}));
+    EXPECT_EQ(run.arguments_of("PCONSTPARAM"),
+              (Lines{"int 1, int 2, int 1, real 5", "int 2, int 2, int 1, real 21.5",
+                     "int 1, int 0, int 0, real 100", "int 2, int 0, int 0, real 25"}));
 }
 
 } // namespace

@@ -60,7 +60,7 @@ TEST(ModuleState, CurrentSegmentsLeaveTheOptionOfTheFirst) {
     kova_import::current::segments_v2(*module);
     ASSERT_TRUE(module->reader.ok());
     EXPECT_EQ(module->shared.segment_count, 2);
-    EXPECT_EQ(module->flow_option, 4);
+    EXPECT_EQ(module->flow_option, 3);
 }
 
 TEST(ModuleState, WithoutSegmentsThereIsNoFlowOption) {

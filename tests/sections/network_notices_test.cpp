@@ -57,8 +57,8 @@ Records with_more(Records records, std::string_view name, std::size_t occurrence
 }
 
 /// The second flow field gets a function, with factors of its own.
-Records two_flow_fields(const std::string &factors) {
-    Records records = with(legacy_records(), "function count of the flow field", "1", 1);
+Records two_flow_fields(const std::string &factors, const Records &model = legacy_records()) {
+    Records records = with(model, "function count of the flow field", "1", 1);
     records = with_more(records, "function count of the flow field", 1,
                         {{"description of the flow function", "Seepage"},
                          {"pair count of the flow function", "0"}});
@@ -264,6 +264,133 @@ TEST(NetworkNotices, SayWhySeriesLongerThanTheBuffersAreRefused) {
               static_cast<std::int64_t>(line_of(records, "breakpoint count of the boundary", 1)));
     EXPECT_EQ(failures[0].column, 3);
     EXPECT_EQ(failures[0].width, 6);
+}
+
+TEST(CurrentNetworkNotices, NothingIsToldOfAModelThatComesAcross) {
+    EXPECT_EQ(told(current_records()), std::vector<Told>{});
+    EXPECT_EQ(told(current_records(), true), std::vector<Told>{});
+    // nor of headings, whatever they are
+    Records records = current_records();
+    for (Record &record : records)
+        if (record.name == "heading of the section" || record.name.ends_with(" title"))
+            record.text = "2*";
+    EXPECT_EQ(told(records), std::vector<Told>{});
+}
+
+TEST(CurrentNetworkNotices, TellOfTextsThatAreCut) {
+    Records records =
+        with(current_records(), "description of the flow function", std::string(31, 'x'), 1);
+    records = with(records, "description of the exchange function", std::string(31, 'x'));
+    records = with(records, "hydrodynamic file", std::string(513, 'f'));
+    records = with(records, "non-point-source file", std::string(513, 'f'));
+    const auto cut = [&](std::int32_t section, std::int64_t number, const char *statement,
+                         std::size_t occurrence) {
+        return Told{section, IMPORT_EXPORT_CUT, number, statement,
+                    line_of(records, statement, occurrence)};
+    };
+    EXPECT_EQ(told(records), (std::vector<Told>{
+                                 cut(flow_paths, 0, "hydrodynamic file", 0),
+                                 cut(flow_paths, 2, "description of the flow function", 1),
+                                 cut(exchanges, 1, "description of the exchange function", 0),
+                                 cut(loads, 0, "non-point-source file", 0),
+                             }));
+}
+
+TEST(CurrentNetworkNotices, TellOfFieldsThatGetTheFactorsOfAnother) {
+    EXPECT_EQ(told(two_flow_fields("1.5 86400", current_records())), std::vector<Told>{});
+    const Records flows = two_flow_fields("1.5 3600", current_records());
+    const Told replaced = {flow_series, IMPORT_EXPORT_REPLACED, 1, "factors of the field",
+                           line_of(flows, "factors of the field")};
+    EXPECT_EQ(told(flows), std::vector<Told>{replaced});
+    EXPECT_EQ(told(flows, true), std::vector<Told>{replaced}) << "flows come across all the same";
+    Records exchange = with(current_records(), "function count of the exchange field", "1", 1);
+    exchange = with_more(exchange, "function count of the exchange field", 1,
+                         {{"factors of the field", "2 0.5"},
+                          {"description of the exchange function", "Seepage"},
+                          {"pair count of the exchange function", "0"},
+                          {"breakpoint count of the exchange function", "0"}});
+    EXPECT_EQ(told(exchange),
+              (std::vector<Told>{{exchanges, IMPORT_EXPORT_REPLACED, 1, "factors of the field",
+                                  line_of(exchange, "factors of the field", 1)}}));
+}
+
+TEST(CurrentNetworkNotices, TellOfFactorsThatAreLeftOutOrGoNowhere) {
+    Records records = with(current_records(), "factors of the boundaries", "     1.250      2.00");
+    records = with(records, "factors of the loads", "0.5 0", 1);
+    EXPECT_EQ(told(records),
+              (std::vector<Told>{
+                  {boundaries, IMPORT_EXPORT_NOT_IMPORTED, 1, "factors of the boundaries",
+                   line_of(records, "factors of the boundaries")},
+                  {loads, IMPORT_EXPORT_NOT_IMPORTED, 2, "factors of the loads",
+                   line_of(records, "factors of the loads", 1)},
+              }));
+    EXPECT_EQ(told(records, true), std::vector<Told>{}) << "nobody asked for them";
+    records = with(current_records(), "factors of the boundaries", "     1.250");
+    records = with(records, "factors of the loads", "/");
+    EXPECT_EQ(told(records),
+              (std::vector<Told>{
+                  {boundaries, IMPORT_EXPORT_DEFAULTED, 0, "factors of the boundaries",
+                   line_of(records, "factors of the boundaries")},
+                  {loads, IMPORT_EXPORT_DEFAULTED, 0, "factors of the loads",
+                   line_of(records, "factors of the loads")},
+                  {loads, IMPORT_EXPORT_DEFAULTED, 0, "factors of the loads",
+                   line_of(records, "factors of the loads")},
+              }));
+}
+
+TEST(CurrentNetworkNotices, TellOfCountsThatTheSeriesReplace) {
+    Records records = with(current_records(), "flow-field count", "1", 1);
+    const auto field =
+        static_cast<std::ptrdiff_t>(position_of(records, "caption of the flow field", 3));
+    records.erase(records.begin() + field, records.begin() + field + 2);
+    EXPECT_EQ(told(records),
+              (std::vector<Told>{{flow_series, IMPORT_EXPORT_REPLACED, 0, "flow-field count",
+                                  line_of(records, "flow-field count", 1)}}));
+    records = with(current_records(), "function count of the flow field", "-1", 3);
+    EXPECT_EQ(told(records),
+              (std::vector<Told>{{flow_series, IMPORT_EXPORT_REPLACED, 2,
+                                  "function count of the flow field",
+                                  line_of(records, "function count of the flow field", 3)}}));
+}
+
+TEST(CurrentNetworkNotices, TellOfLoadsThatALaterOneReplacesAndOfPlaceholders) {
+    Records records = with(current_records(), "load count", "3");
+    records = with_more(records, "breakpoint of the load", 1,
+                        {{"load segment", "1"},
+                         {"breakpoint count of the load", "0"},
+                         {"load segment", "2"},
+                         {"breakpoint count of the load", "0"}});
+    // the second system has none
+    const std::size_t count = position_of(records, "load count", 1);
+    const std::size_t end = position_of(records, "heading of the section", 3);
+    records.erase(records.begin() + static_cast<std::ptrdiff_t>(count) + 1,
+                  records.begin() + static_cast<std::ptrdiff_t>(end));
+    for (const char *none : {"0", "-3"}) {
+        records = with(records, "load count", none, 1);
+        EXPECT_EQ(told(records), (std::vector<Told>{
+                                     {loads, IMPORT_EXPORT_REPLACED, 2, "heading of the loads",
+                                      line_of(records, "heading of the loads")},
+                                     {loads, IMPORT_EXPORT_PLACEHOLDER, 2, "", 0},
+                                 }));
+        EXPECT_EQ(told(records, true), std::vector<Told>{});
+    }
+}
+
+TEST(CurrentNetworkNotices, SayWhySeriesLongerThanTheBuffersAreRefused) {
+    for (const char *statement :
+         {"breakpoint count of the boundary", "breakpoint count of the load"}) {
+        const Records records = with(current_records(), statement, "170001", 1);
+        for (const bool transport_only : {false, true}) {
+            ImportSettings settings;
+            settings.transport_only = transport_only;
+            const auto failures =
+                import_text(text_of(records), settings).notices_of(IMPORT_EXPORT_READ_FAILED);
+            ASSERT_EQ(failures.size(), 1U);
+            EXPECT_EQ(failures[0].statement, statement);
+            EXPECT_EQ(failures[0].expected, "at most 170000 breakpoints");
+            EXPECT_EQ(failures[0].line, static_cast<std::int64_t>(line_of(records, statement, 1)));
+        }
+    }
 }
 
 } // namespace

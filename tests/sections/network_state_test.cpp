@@ -288,5 +288,166 @@ TEST(NetworkState, TheConsoleTellsOfBoundariesBetweenTheCommands) {
     }
 }
 
+TEST(CurrentNetworkState, EverySegmentGetsTheOptionOfTheFirst) {
+    const ImportRun linked = import_text(text_of(current_records()));
+    EXPECT_EQ(linked.arguments_of("PIQOPT"), (Lines{"int 1, int 3", "int 2, int 4"}));
+    EXPECT_EQ(linked.arguments_of("PFLOWTYPE"), (Lines{"int 1, int 3", "int 2, int 3"}));
+    EXPECT_EQ(linked.arguments_of("PHYDROFILE").size(), 1U);
+    // without the linkage the file has no record of it, whatever the second segment has
+    Records records = current_records();
+    const std::size_t file = position_of(records, "hydrodynamic file");
+    records.erase(records.begin() + static_cast<std::ptrdiff_t>(file));
+    records = with(records, "segment geometry", "    1    0    1    4");
+    records = with(records, "segment geometry", "    2    0    1    3", 1);
+    const ImportRun plain = import_text(text_of(records));
+    EXPECT_EQ(plain.arguments_of("PFLOWTYPE"), (Lines{"int 1, int 4", "int 2, int 4"}));
+    EXPECT_TRUE(plain.arguments_of("PHYDROFILE").empty());
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+}
+
+TEST(CurrentNetworkState, WithoutSegmentsNoneGetsAnOption) {
+    for (const char *count : {"0", "-5"}) {
+        Records records = with(current_records(), "segment count", count);
+        std::erase_if(records, [](const Record &record) {
+            return record.name == "segment name" || record.name == "segment geometry" ||
+                   record.name == "hydrodynamic file";
+        });
+        const ImportRun run = import_text(text_of(records));
+        EXPECT_TRUE(run.arguments_of("PFLOWTYPE").empty());
+        EXPECT_TRUE(run.arguments_of("PHYDROFILE").empty());
+        EXPECT_EQ(run.arguments_of("PNINQ").size(), 4U) << "flow paths and series";
+        EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
+    }
+}
+
+TEST(CurrentNetworkState, SectionsReplaceTheSharedCounts) {
+    // The second flow field and system go away from each section on.
+    Records records = with(current_records(), "flow-field count", "1", 1);
+    const auto erase = [&records](const char *name, std::size_t occurrence, std::size_t count) {
+        const auto place =
+            records.begin() + static_cast<std::ptrdiff_t>(position_of(records, name, occurrence));
+        records.erase(place, place + static_cast<std::ptrdiff_t>(count));
+    };
+    erase("caption of the flow field", 3, 2);
+    records = with(records, "system count", "1", 1);
+    erase("heading of the boundaries", 1, 2);
+    records = with(records, "system count", "0", 2);
+    erase("heading of the loads", 0,
+          position_of(records, "heading of the section", 3) -
+              position_of(records, "heading of the loads"));
+    std::vector<std::int32_t> field_counts;
+    std::vector<std::int32_t> system_counts;
+    ImportSettings settings;
+    settings.before = [&](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PNFIELD")
+            field_counts.push_back(IMPORT_EXPORT.flow_field_count);
+        if (command.keyword == "PNUMSYS" || command.keyword == "PNOBC" ||
+            command.keyword == "PLOPT" || command.keyword == "PTFSREFRESH")
+            system_counts.push_back(IMPORT_EXPORT.system_count);
+    };
+    const ImportRun run = import_text(text_of(records), settings);
+    EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_READ_FAILED).empty());
+    EXPECT_EQ(field_counts, (std::vector<std::int32_t>{2, 1}));
+    EXPECT_EQ(system_counts, (std::vector<std::int32_t>{2, 1, 0, 0}));
+    EXPECT_TRUE(run.arguments_of("PSCALW").empty());
+}
+
+TEST(CurrentNetworkState, TheBuffersKeepTheTailsOfLongerSeries) {
+    clear_send_buffers();
+    Records records = with(current_records(), "load count", "0", 1);
+    const auto rest = static_cast<std::ptrdiff_t>(position_of(records, "load count", 1)) + 1;
+    const auto next =
+        static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 3));
+    records.erase(records.begin() + rest, records.begin() + next);
+    // the first load has three breakpoints, of which the placeholder leaves the last
+    records = with(records, "breakpoint count of the load", "3");
+    records = with(records, "breakpoint of the load", "8.5 30\n6.5 60", 1);
+    const Lines expected = {
+        "int 1, int 1, real[170000] 0.100000001 0.200000003 | 169998*0, "
+        "real[170000] 0 30 | 169998*0",
+        "int 1, int 2, real[170000] 0.300000012 | 1*0.200000003 169998*0, "
+        "real[170000] 0 | 1*30 169998*0",
+        "int 1, int 2, real[170000] 7.5 8.5 6.5 | 169997*0, real[170000] 0 30 60 | 169997*0",
+        "int 2, int 1, real[170000] 0 0 | 1*6.5 169997*0, real[170000] 0 0 | 1*60 169997*0",
+    };
+    EXPECT_EQ(series_of(import_text(text_of(records))), expected);
+    // what is left behind is there when the next import of either format starts
+    Lines again = expected;
+    again[0] = "int 1, int 1, real[170000] 0.100000001 0.200000003 | 1*6.5 169997*0, "
+               "real[170000] 0 30 | 1*60 169997*0";
+    again[1] = "int 1, int 2, real[170000] 0.300000012 | 1*0.200000003 1*6.5 169997*0, "
+               "real[170000] 0 | 1*30 1*60 169997*0";
+    EXPECT_EQ(series_of(import_text(text_of(records))), again);
+    EXPECT_EQ(series_of(import_text(text_of(legacy_records()))).at(0), again[0]);
+    clear_send_buffers();
+}
+
+TEST(CurrentNetworkState, TransportOnlyLeavesTheBuffersAlone) {
+    clear_send_buffers();
+    ImportSettings settings;
+    settings.transport_only = true;
+    static_cast<void>(import_text(text_of(current_records()), settings));
+    Records records = with(current_records(), "breakpoint count of the boundary", "0");
+    const auto first =
+        static_cast<std::ptrdiff_t>(position_of(records, "breakpoint of the boundary"));
+    records.erase(records.begin() + first, records.begin() + first + 2);
+    EXPECT_EQ(series_of(import_text(text_of(records))).at(0),
+              "int 1, int 1, real[170000] | 170000*0, real[170000] | 170000*0");
+    clear_send_buffers();
+}
+
+TEST(CurrentNetworkState, AHostThatWritesTheCountsInMidSectionChangesNothing) {
+    clear_send_buffers();
+    const std::string text = text_of(current_records());
+    const ImportRun undisturbed = import_text(text);
+    import_export_data &data = IMPORT_EXPORT;
+    const std::vector<std::pair<std::string_view, std::int32_t *>> writes = {
+        {"PFLOWTYPE", &data.segment_count},  {"PNFIELD", &data.flow_field_count},
+        {"PHYDROFILE", &data.segment_count}, {"PJQ", &data.flow_field_count},
+        {"PNBRKQ", &data.flow_field_count},  {"PNTEX", &data.flow_field_count},
+        {"PNTEX", &data.segment_count},      {"PIBC", &data.system_count},
+        {"PNBWK", &data.system_count},       {"PLOPT", &data.segment_count},
+    };
+    for (const std::int32_t count : {-1, 0, 1, std::numeric_limits<std::int32_t>::max()}) {
+        ImportSettings settings;
+        std::int32_t percentage = 0;
+        settings.before = [&](const kova_host::ReceivedCommand &command) {
+            for (const auto &[keyword, member] : writes)
+                if (command.keyword == keyword)
+                    *member = count;
+            // progress is all that is sent while the boundaries are read
+            if (command.keyword != "PPROGRESS")
+                return;
+            const std::int32_t shown = command.integer(0);
+            if (percentage == 40 && shown != 50)
+                data.system_count = count;
+            else
+                percentage = shown;
+        };
+        clear_send_buffers();
+        EXPECT_EQ(import_text(text, settings).log, undisturbed.log) << count;
+    }
+}
+
+TEST(CurrentNetworkState, TheBoundariesAskForTheScopeWhenTheySend) {
+    for (const bool at_once : {false, true}) {
+        ImportSettings settings;
+        bool in_section = false;
+        settings.before = [&](const kova_host::ReceivedCommand &command) {
+            if (command.keyword != "PPROGRESS")
+                return;
+            // while the section reads its systems, or before it starts
+            if (in_section || (at_once && command.integer(0) == 40))
+                IMPORT_EXPORT.transport_only = 1;
+            in_section = command.integer(0) == 40;
+        };
+        const ImportRun run = import_text(text_of(current_records()), settings);
+        EXPECT_EQ(run.arguments_of("PEXCHANGESREFRESH").size(), 1U);
+        EXPECT_TRUE(run.arguments_of("PNOBC").empty());
+        EXPECT_TRUE(run.arguments_of("PLOPT").empty());
+        EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_READ_FAILED).empty());
+    }
+}
+
 } // namespace
 } // namespace kova_test

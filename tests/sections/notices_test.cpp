@@ -52,6 +52,12 @@ Records quiet_legacy() {
     return with(records, "system count", "3", 3);
 }
 
+/// Likewise the current one.
+Records quiet_current() {
+    const Records records = with(current_records(), "option behind the system count", "0");
+    return with(records, "option behind INTYP", "0");
+}
+
 /// The notices of the model parameters and the segments.
 std::vector<Notice> told(const Records &records, const ImportSettings &settings = {}) {
     std::vector<Notice> notices = import_text(text_of(records), settings).notices;
@@ -59,18 +65,13 @@ std::vector<Notice> told(const Records &records, const ImportSettings &settings 
     return notices;
 }
 
-/// All notices but those of sections that do not exist yet.
-std::vector<Notice> all_told(const Records &records) {
-    std::vector<Notice> notices = import_text(text_of(records)).notices;
-    std::erase_if(
-        notices, [](const Notice &notice) { return notice.kind == IMPORT_EXPORT_SECTION_SKIPPED; });
-    return notices;
-}
-
 TEST(Notices, AreNotGivenWithoutReason) {
-    EXPECT_TRUE(all_told(quiet_legacy()).empty());
-    Records records = with(current_records(), "option behind the system count", "0");
-    EXPECT_TRUE(all_told(with(records, "option behind INTYP", "0")).empty());
+    for (const bool transport_only : {false, true}) {
+        ImportSettings settings;
+        settings.transport_only = transport_only;
+        EXPECT_TRUE(import_text(text_of(quiet_legacy()), settings).notices.empty());
+        EXPECT_TRUE(import_text(text_of(quiet_current()), settings).notices.empty());
+    }
 }
 
 TEST(Notices, TellOfBypassedSystems) {
@@ -135,9 +136,7 @@ TEST(Notices, TellOfValuesThatARecordLeavesOut) {
 }
 
 TEST(Notices, TellOfATitleThatCannotBeRead) {
-    Records records = with(current_records(), "option behind the system count", "0");
-    records = with(records, "option behind INTYP", "0");
-    const auto notices = told(with(records, "title", "'tis open"));
+    const auto notices = told(with(quiet_current(), "title", "'tis open"));
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_DEFAULTED);
     EXPECT_EQ(notices[0].statement, "title");
@@ -166,8 +165,7 @@ TEST(Notices, TellOfNamesThatAreCut) {
 }
 
 TEST(Notices, BlanksThatBecomeHyphensAreNoCut) {
-    Records records = with(current_records(), "option behind the system count", "0");
-    records = with(records, "option behind INTYP", "0");
+    const Records records = quiet_current();
     EXPECT_TRUE(told(with(records, "segment name", "    1      a  b c")).empty());
     EXPECT_EQ(told(with(records, "segment name", "    1     " + std::string(35, 'x'))).size(), 1U);
 }
@@ -181,11 +179,6 @@ TEST(Notices, TellOfRecordsThatBearAnotherNumber) {
     EXPECT_EQ(notices[0].statement, "segment name");
     EXPECT_EQ(notices[1].statement, "segment geometry");
     EXPECT_EQ(numbers_of(notices), (Numbers{1, 2}));
-}
-
-Records quiet_current() {
-    const Records records = with(current_records(), "option behind the system count", "0");
-    return with(records, "option behind INTYP", "0");
 }
 
 TEST(Notices, TellOfFixedColumnTextsThatRunOnBehindTheirField) {

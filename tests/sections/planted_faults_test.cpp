@@ -49,13 +49,6 @@ const std::map<std::string, Names> list_fields = {
     {"bed-volume option", {"bed-volume option"}},
     {"bed time step", {"bed time step"}},
     {"volume factors", {"volume scale factor", "volume conversion factor"}},
-};
-
-/// Those whose records are free-form in one format only.
-const std::map<std::string, Names> legacy_list_fields = {
-    {"output interval", {"time", "output interval"}},
-    {"segment name", {"segment number", ""}},
-    {"flow option", {"flow option"}},
     {"flow-field count", {"flow-field count"}},
     {"function count of the flow field", {"function count of the flow field"}},
     {"pair count of the flow function", {"pair count of the flow function"}},
@@ -84,15 +77,22 @@ const std::map<std::string, Names> legacy_list_fields = {
     {"breakpoint count of the time function", {"breakpoint count of the time function"}},
     {"breakpoint of the time function", {"time", "value"}},
     {"segment-parameter count", {"segment-parameter count"}},
-    {"segment parameter", {"parameter number", "scale factor"}},
     {"segment of the parameter values", {"segment of the parameter values"}},
-    {"value of the segment parameter", {"parameter number", "value"}},
     {"constant count", {"constant count"}},
-    {"constant", {"constant number", "value"}},
     {"flow field of the system", {"flow field of the system"}},
     {"density of the system", {"density of the system"}},
     {"maximum concentration of the system", {"maximum concentration of the system"}},
     {"initial condition", {"segment number", "initial concentration", "dissolved fraction"}},
+};
+
+/// Those whose records are free-form in one format only.
+const std::map<std::string, Names> legacy_list_fields = {
+    {"output interval", {"time", "output interval"}},
+    {"segment name", {"segment number", ""}},
+    {"flow option", {"flow option"}},
+    {"segment parameter", {"parameter number", "scale factor"}},
+    {"value of the segment parameter", {"parameter number", "value"}},
+    {"constant", {"constant number", "value"}},
     {"segment geometry",
      {"segment number", "bottom segment", "segment type", "volume", "velocity multiplier",
       "velocity exponent", "depth multiplier", "depth exponent", "length", "slope", "width",
@@ -100,6 +100,15 @@ const std::map<std::string, Names> legacy_list_fields = {
 };
 const std::map<std::string, Names> current_list_fields = {
     {"output interval", {"output interval"}},
+};
+
+/// The numbers in columns that the current format has in the place of lists.
+const std::map<std::string, std::vector<Number>> current_columns = {
+    {"segment name", {{"segment number", 0, 5}}},
+    {"segment parameter", {{"parameter number", 7, 5}, {"class", 23, 3}, {"scale factor", 34, 10}}},
+    {"value of the segment parameter",
+     {{"parameter number", 11, 5}, {"class", 32, 3}, {"value", 54, 10}}},
+    {"constant", {{"constant number", 7, 5}, {"column", 23, 5}, {"value", 46, 10}}},
 };
 
 const Names current_geometry_fields = {"segment number",
@@ -142,8 +151,9 @@ std::vector<Number> numbers_of(const Record &record, bool current) {
         return {{"model type", 0, 5}, {"file version", 10, 2}};
     if (record.name == "factors of the boundaries")
         return {{"scale factor", 0, 10}, {"conversion factor", 10, 10}};
-    if (current && record.name == "segment name")
-        return {{"segment number", 0, 5}};
+    if (const auto found = current_columns.find(record.name);
+        current && found != current_columns.end())
+        return found->second;
     if (current && record.name == "segment geometry") {
         std::vector<Number> numbers;
         for (std::size_t i = 0; i < current_geometry_fields.size(); ++i)
@@ -192,6 +202,12 @@ void expect_place(const ImportRun &complete, const Records &records, std::size_t
         EXPECT_EQ(run.console.back(),
                   "Error Reading Import File at Line: " + std::to_string(position + 2))
             << context;
+        // the same number goes to the information pane, where the section shows it
+        const std::vector<std::string> formatted = run.arguments_of("GSPRINTFI");
+        const std::string counter = "int " + std::to_string(position + 2);
+        EXPECT_TRUE(!current || notice.section_name == "flow paths" ||
+                    (!formatted.empty() && formatted.back().ends_with(counter)))
+            << context;
     }
 }
 
@@ -208,38 +224,92 @@ std::size_t plant_everywhere(const Records &records, bool current) {
     return planted;
 }
 
+// The numbers of what both models have alike.
+// field count, function counts 2, pair counts 2, three pairs of 3
+constexpr std::size_t flow_paths = 1 + 2 + 2 + 9;
+// field count, function counts 2, factors 2, breakpoint counts 2, three breakpoints of 2
+constexpr std::size_t flow_series = 1 + 2 + 2 + 2 + 6;
+// field count, function counts 2, factors 2, pair count, one pair of 4, breakpoint count, two
+// breakpoints of 2
+constexpr std::size_t exchanges = 1 + 2 + 2 + 1 + 4 + 1 + 4;
+// system count, boundary counts 2, factors 2, two segments with their counts, three breakpoints
+// of 2
+constexpr std::size_t boundaries = 1 + 2 + 2 + 4 + 6;
+// option, system count, load counts 2, factors 4, two segments with their counts, three
+// breakpoints of 2
+constexpr std::size_t loads = 1 + 1 + 2 + 4 + 4 + 6;
+// count, numbers and breakpoint counts of two functions, three breakpoints of 2
+constexpr std::size_t time_functions = 1 + 2 + 2 + 6;
+// two counts, three values of two systems, four records of 3
+constexpr std::size_t initial_conditions = 2 + 6 + 12;
+
 TEST(PlantedFaults, AreNamedExactlyInTheLegacyFormat) {
     // header 2, dates 12, single numbers 9, time steps 2, intervals 1 + 2 * 2, flags 3, scratch
     // counts 2, segments 5 + 2 + 2 * 13
     constexpr std::size_t opening = 2 + 12 + 9 + 2 + 5 + 3 + 2 + 5 + 2 + 26;
-    // two counts at the top, function counts 2, pair counts 2, three pairs of 3
-    constexpr std::size_t flow_paths = 2 + 2 + 2 + 9;
-    // field count, function counts 2, factors 2, breakpoint counts 2, three breakpoints of 2
-    constexpr std::size_t flow_series = 1 + 2 + 2 + 2 + 6;
-    // field count, function counts 2, factors 2, pair count, one pair of 4, breakpoint count, two
-    // breakpoints of 2
-    constexpr std::size_t exchanges = 1 + 2 + 2 + 1 + 4 + 1 + 4;
-    // system count, boundary counts 3, factors 2, two segments with their counts, three breakpoints
-    // of 2
-    constexpr std::size_t boundaries = 1 + 3 + 2 + 4 + 6;
-    // option, system count, load counts 3, factors 4, two segments with their counts, three
-    // breakpoints of 2
-    constexpr std::size_t loads = 1 + 1 + 3 + 4 + 4 + 6;
-    // count, numbers and breakpoint counts of two functions, three breakpoints of 2
-    constexpr std::size_t time_functions = 1 + 2 + 2 + 6;
+    constexpr std::size_t flow_option = 1;
+    // boundaries and loads of the third system, each a count
+    constexpr std::size_t third_system = 2;
     // two counts, two parameters of 2, two segments with two values of 2
     constexpr std::size_t segment_parameters = 2 + 4 + 2 + 8;
     // count, two constants of 2
     constexpr std::size_t constants = 1 + 4;
-    // two counts, three values of two systems, four records of 3
-    constexpr std::size_t initial_conditions = 2 + 6 + 12;
     EXPECT_EQ(plant_everywhere(legacy_records(), false),
+              opening + flow_option + flow_paths + flow_series + exchanges + boundaries + loads +
+                  third_system + time_functions + segment_parameters + constants +
+                  initial_conditions);
+}
+
+TEST(PlantedFaults, AreNamedExactlyInTheCurrentFormat) {
+    // header 2, dates 12, single numbers 9, time steps 2, interval 1, segments 5 + 2 + 2 * 20
+    constexpr std::size_t opening = 2 + 12 + 9 + 2 + 1 + 5 + 2 + 40;
+    // two counts, two parameters of 3, two segments with two values of 3
+    constexpr std::size_t segment_parameters = 2 + 6 + 2 + 12;
+    // count, two constants of 3
+    constexpr std::size_t constants = 1 + 6;
+    EXPECT_EQ(plant_everywhere(current_records(), true),
               opening + flow_paths + flow_series + exchanges + boundaries + loads + time_functions +
                   segment_parameters + constants + initial_conditions);
 }
 
-TEST(PlantedFaults, AreNamedExactlyInTheCurrentFormat) {
-    EXPECT_EQ(plant_everywhere(current_records(), true), 2U + 12U + 9U + 2U + 1U + 5U + 2U + 40U);
+/// Whether the record is one text that the library reads as a list, and that nobody uses.
+bool is_heading(const Record &record, bool current) {
+    if (!current)
+        return record.name == "heading of the exchange field" ||
+               record.name == "heading of the loads";
+    return (record.name.starts_with("heading of ") && record.name != "heading of the boundaries") ||
+           record.name.ends_with("title");
+}
+
+// The first title of the current format is in nobody's way, whatever it is.
+TEST(PlantedFaults, AQuoteWithoutAnEndIsNamedExactlyInEveryHeading) {
+    for (const bool current : {false, true}) {
+        const Records records = current ? current_records() : legacy_records();
+        const ImportRun complete = import_text(text_of(records));
+        std::size_t planted = 0;
+        for (std::size_t i = 2; i < records.size(); ++i) {
+            if (!is_heading(records[i], current))
+                continue;
+            ++planted;
+            Records broken = records;
+            broken[i].text = "  \"A river's flows";
+            const ImportRun run = import_text(text_of(broken));
+            const std::string context = records[i].name + " " + std::to_string(i);
+            const auto failures = run.notices_of(IMPORT_EXPORT_READ_FAILED);
+            ASSERT_EQ(failures.size(), 1U) << context;
+            EXPECT_EQ(failures[0].statement, records[i].name);
+            EXPECT_EQ(failures[0].line, static_cast<std::int64_t>(i + 1)) << context;
+            EXPECT_EQ(failures[0].column, 3) << context;
+            EXPECT_EQ(failures[0].reason, "The quoted text that starts here has no end.");
+            EXPECT_EQ(run.console.back(),
+                      "Error Reading Import File at Line: " + std::to_string(i + 2));
+            expect_stopped(complete.log, run.log, failures[0].section, current, context);
+        }
+        // exchange fields 2, loads 2, or 3 in the legacy model; of the current sections behind the
+        // first the segments 1, flow paths 2, flow series 1, exchanges to constants 6, and the
+        // segment parameters 2 more, initial conditions 1
+        EXPECT_EQ(planted, current ? 2U + 2U + 1U + 2U + 1U + 6U + 2U + 1U : 2U + 3U);
+    }
 }
 
 } // namespace

@@ -10,6 +10,12 @@ std::string right_justified(const std::string &text, std::size_t width) {
     return std::string(width - text.size(), ' ') + text;
 }
 
+std::string right_justified(int number, std::size_t width) {
+    return right_justified(std::to_string(number), width);
+}
+
+std::string blanks(std::size_t count) { return std::string(count, ' '); }
+
 const Records period_records = {
     {"start of the simulation", "1 2 2003 4 5 6"},
     {"hydrodynamic skip date", "7 8 2009 10 11 12"},
@@ -35,8 +41,7 @@ const Records segment_setting_records = {
     {"caption of the segment names", "Names of the segments"},
 };
 
-const Records legacy_flow_path_records = {
-    {"flow option", "3"},
+const Records flow_field_records = {
     {"flow-field count", "2"},
     {"caption of the flow field", "Surface water"},
     {"hydrodynamic file", "river flows.hyd"},
@@ -52,7 +57,7 @@ const Records legacy_flow_path_records = {
     {"function count of the flow field", "0"},
 };
 
-const Records legacy_flow_series_records = {
+const Records flow_series_records = {
     {"flow-field count", "2"},
     {"caption of the flow field", "Surface water"},
     {"function count of the flow field", "2"},
@@ -68,7 +73,7 @@ const Records legacy_flow_series_records = {
     {"function count of the flow field", "0"},
 };
 
-const Records legacy_exchange_records = {
+const Records exchange_records = {
     {"exchange-field count", "2"},
     {"heading of the exchange field", "'Surface water'"},
     {"function count of the exchange field", "1"},
@@ -83,8 +88,8 @@ const Records legacy_exchange_records = {
     {"function count of the exchange field", "0"},
 };
 
-const Records legacy_boundary_records = {
-    {"system count", "3"},
+/// Of two systems.
+const Records boundary_records = {
     {"heading of the boundaries", "Ammonia"},
     {"boundary count", "2"},
     {"factors of the boundaries", "     1.250      1.00"},
@@ -97,14 +102,15 @@ const Records legacy_boundary_records = {
     {"breakpoint of the boundary", "0.3 0"},
     {"heading of the boundaries", "Nitrate"},
     {"boundary count", "0"},
-    {"heading of the boundaries", "Dissolved organic nitrogen"},
-    {"boundary count", "0"},
 };
 
-const Records legacy_load_records = {
+const Records load_setting_records = {
     {"load option", "1"},
     {"non-point-source file", "storm water.nps"},
-    {"system count", "3"},
+};
+
+/// Of two systems.
+const Records load_records = {
     {"heading of the loads", "Ammonia"},
     {"load count", "1"},
     {"factors of the loads", "0.5 1"},
@@ -118,8 +124,6 @@ const Records legacy_load_records = {
     {"load segment", "1"},
     {"breakpoint count of the load", "1"},
     {"breakpoint of the load", "9.5 0"},
-    {"heading of the loads", "'Dissolved organic nitrogen'"},
-    {"load count", "0"},
 };
 
 const Records legacy_time_function_records = {
@@ -173,6 +177,62 @@ const Records legacy_initial_condition_records = {
     {"initial condition", "2 3.5 1"},
 };
 
+const Records current_time_function_records = {
+    {"heading of the section", "'Time functions'"},
+    {"time-function count", "2"},
+    {"number of the time function", "4"},
+    {"breakpoint count of the time function", "2"},
+    {"breakpoint of the time function", "0 4.5"},
+    {"breakpoint of the time function", "30.5 12.25"},
+    {"number of the time function", "13"},
+    {"breakpoint count of the time function", "1"},
+    {"breakpoint of the time function", "0 3"},
+};
+
+const Records current_segment_parameter_records = {
+    {"heading of the section", "Parameters"},
+    {"segment count", "2"},
+    {"segment-parameter count", "2"},
+    {"heading of the parameter list", "'Number, class and scale factor'"},
+    {"segment parameter", listed_parameter(2, 1, "1.5")},
+    {"segment parameter", listed_parameter(14, 3, "0.5")},
+    {"heading of the parameter values", "Values"},
+    {"segment of the parameter values", "1"},
+    {"value of the segment parameter", parameter_value(2, 1, "20.5")},
+    {"value of the segment parameter", parameter_value(14, 3, "100")},
+    {"segment of the parameter values", "2"},
+    {"value of the segment parameter", parameter_value(2, 1, "21.5")},
+    {"value of the segment parameter", parameter_value(14, 3, "7.25")},
+};
+
+const Records current_constant_records = {
+    {"heading of the section", "Constants"},
+    {"constant count", "2"},
+    {"constant", constant(27, 1, "0.5")},
+    {"constant", constant(64, 2, "40")},
+};
+
+// Hosts do not get the maximum concentrations, so that there is something to tell of others than 0.
+const Records current_initial_condition_records = {
+    {"title", "'Initial conditions'"},
+    {"system count", "2"},
+    {"segment count", "2"},
+    {"caption of the system", "Ammonia"},
+    {"flow field of the system", "3"},
+    {"density of the system", "1.5"},
+    {"maximum concentration of the system", "0"},
+    {"caption of the initial conditions", "Segments"},
+    {"initial condition", "1 0.125 0.75"},
+    {"initial condition", "2 0.25 1.0"},
+    {"caption of the system", "Dissolved Oxygen"},
+    {"flow field of the system", "2"},
+    {"density of the system", "1"},
+    {"maximum concentration of the system", "0.0"},
+    {"caption of the initial conditions", "Segments"},
+    {"initial condition", "1 2.5 1.0"},
+    {"initial condition", "2 3.5 1"},
+};
+
 void append(Records &records, const Records &more) {
     records.insert(records.end(), more.begin(), more.end());
 }
@@ -208,11 +268,19 @@ Records legacy_opening() {
 
 Records legacy_records() {
     Records records = legacy_opening();
-    append(records, legacy_flow_path_records);
-    append(records, legacy_flow_series_records);
-    append(records, legacy_exchange_records);
-    append(records, legacy_boundary_records);
-    append(records, legacy_load_records);
+    append(records, {{"flow option", "3"}});
+    append(records, flow_field_records);
+    append(records, flow_series_records);
+    append(records, exchange_records);
+    append(records, {{"system count", "3"}});
+    append(records, boundary_records);
+    append(records,
+           {{"heading of the boundaries", "Dissolved organic nitrogen"}, {"boundary count", "0"}});
+    append(records, load_setting_records);
+    append(records, {{"system count", "3"}});
+    append(records, load_records);
+    append(records,
+           {{"heading of the loads", "'Dissolved organic nitrogen'"}, {"load count", "0"}});
     append(records, legacy_time_function_records);
     append(records, legacy_segment_parameter_records);
     append(records, legacy_constant_records);
@@ -220,7 +288,7 @@ Records legacy_records() {
     return records;
 }
 
-Records current_records() {
+Records current_opening() {
     Records records = {{"header", "   11      3"}, {"title", "'A river'"}};
     append(records, period_records);
     append(records, {{"system count", "2"}});
@@ -239,12 +307,33 @@ Records current_records() {
             {"segment name", "    2     Mouth"},
             {"caption of the segment geometry", "Geometry"},
             {"segment geometry",
-             geometry_line({1, 2, 3, 4}, {"10.", "11.", "12.", "13.", "14.", "15.", "16.", "17.",
+             geometry_line({1, 2, 3, 3}, {"10.", "11.", "12.", "13.", "14.", "15.", "16.", "17.",
                                           "18.", "19.", "20.", "21.", "22.", "23.", "24.", "25."})},
             {"segment geometry",
-             geometry_line({2, 0, 1, 3}, {"30.", "31.", "32.", "33.", "34.", "35.", "36.", "37.",
+             geometry_line({2, 0, 1, 4}, {"30.", "31.", "32.", "33.", "34.", "35.", "36.", "37.",
                                           "38.", "39.", "40.", "41.", "42.", "43.", "44.", "45."})},
         });
+    return records;
+}
+
+Records current_records() {
+    Records records = current_opening();
+    append(records, {{"first title", "'Flow paths'"}, {"second title", "Fields"}});
+    append(records, flow_field_records);
+    append(records, {{"title", "Series"}});
+    append(records, flow_series_records);
+    append(records, {{"heading of the section", "'Dispersive exchange'"}});
+    append(records, exchange_records);
+    append(records, {{"heading of the section", "Boundaries"}, {"system count", "2"}});
+    append(records, boundary_records);
+    append(records, {{"heading of the section", "Loads"}});
+    append(records, load_setting_records);
+    append(records, {{"system count", "2"}});
+    append(records, load_records);
+    append(records, current_time_function_records);
+    append(records, current_segment_parameter_records);
+    append(records, current_constant_records);
+    append(records, current_initial_condition_records);
     return records;
 }
 
@@ -275,10 +364,25 @@ std::string text_of(const Records &records) {
 std::string geometry_line(const std::vector<int> &integers, const std::vector<std::string> &reals) {
     std::string line;
     for (const int integer : integers)
-        line += right_justified(std::to_string(integer), 5);
+        line += right_justified(integer, 5);
     for (const std::string &real : reals)
         line += right_justified(real, 15);
     return line;
+}
+
+std::string listed_parameter(int number, int class_index, const std::string &scale) {
+    return "listed " + right_justified(number, 5) + ", of class " +
+           right_justified(class_index, 3) + blanks(8) + right_justified(scale, 10);
+}
+
+std::string parameter_value(int number, int class_index, const std::string &value) {
+    return "a value of " + right_justified(number, 5) + blanks(16) +
+           right_justified(class_index, 3) + blanks(19) + right_justified(value, 10);
+}
+
+std::string constant(int number, int column, const std::string &value) {
+    return "number " + right_justified(number, 5) + ", in column" + right_justified(column, 5) +
+           blanks(18) + right_justified(value, 10);
 }
 
 } // namespace kova_test

@@ -25,8 +25,13 @@ using Records = std::vector<Record>;
 /// Its records through the segments.
 [[nodiscard]] Records legacy_opening();
 
-/// A current model with two systems and two segments.
+/// A whole current model: two systems, two segments of which the first has hydraulic option 3 and
+/// the second 4, and otherwise what the legacy model has, in the current numbers. All of it comes
+/// across.
 [[nodiscard]] Records current_records();
+
+/// Its records through the segments.
+[[nodiscard]] Records current_opening();
 
 /// Position of the `occurrence`-th record of that name, from 0.
 [[nodiscard]] std::size_t position_of(const Records &records, std::string_view name,
@@ -47,5 +52,14 @@ using Records = std::vector<Record>;
 /// in 15.
 [[nodiscard]] std::string geometry_line(const std::vector<int> &integers,
                                         const std::vector<std::string> &reals);
+
+/// A record of the current format's list of segment parameters.
+[[nodiscard]] std::string listed_parameter(int number, int class_index, const std::string &scale);
+
+/// A record with the value of a segment parameter in the current format.
+[[nodiscard]] std::string parameter_value(int number, int class_index, const std::string &value);
+
+/// A constant's record of the current format.
+[[nodiscard]] std::string constant(int number, int column, const std::string &value);
 
 } // namespace kova_test

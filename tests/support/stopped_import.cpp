@@ -14,6 +14,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 constexpr std::array section_percentages = {0, 5, 10, 20, 30, 40, 50, 60, 70, 80, 85};
+constexpr std::size_t flow_path_section = 3;
 constexpr std::size_t boundary_section = 6;
 
 std::string progress_line(int percentage) {
@@ -43,6 +44,11 @@ Lines end_behind(const Lines &complete, std::size_t section) {
     return end;
 }
 
+Lines report_of(std::size_t section, bool is_current) {
+    return is_current && section != flow_path_section ? Lines{"GSPRINTFI", "PINFOHTML", "PINFOHTML"}
+                                                      : Lines{};
+}
+
 bool may_come_while_reading(std::string_view keyword, std::size_t section) {
     if (section == boundary_section)
         return keyword == "PPROGRESS";
@@ -67,22 +73,30 @@ void expect_same(const Lines &expected, const Lines &actual) {
 
 } // namespace
 
-void expect_stopped(const Lines &complete, const Lines &stopped, int section, bool reports_to_pane,
+void expect_end(const Lines &complete, const Lines &stopped, std::size_t sent, int section,
+                bool is_current) {
+    const auto number = static_cast<std::size_t>(section);
+    const Lines report = report_of(number, is_current);
+    ASSERT_GE(stopped.size(), sent + report.size());
+    for (std::size_t i = 0; i < report.size(); ++i)
+        EXPECT_EQ(keyword_of(stopped[sent + i]), report[i]);
+    expect_same(end_behind(complete, number), part(stopped, sent + report.size(), stopped.size()));
+}
+
+void expect_stopped(const Lines &complete, const Lines &stopped, int section, bool is_current,
                     const std::string &context) {
     SCOPED_TRACE(context);
     ASSERT_GE(section, 1);
     const auto number = static_cast<std::size_t>(section);
-    const Lines end = end_behind(complete, number);
-    const Lines report = reports_to_pane ? Lines{"GSPRINTFI", "PINFOHTML", "PINFOHTML"} : Lines{};
+    const std::size_t behind =
+        report_of(number, is_current).size() + end_behind(complete, number).size();
     const std::size_t start = start_of(complete, number);
-    ASSERT_GE(stopped.size(), start + report.size() + end.size());
-    const std::size_t sent = stopped.size() - end.size() - report.size();
+    ASSERT_GE(stopped.size(), start + behind);
+    const std::size_t sent = stopped.size() - behind;
     expect_same(part(complete, 0, std::min(sent, complete.size())), part(stopped, 0, sent));
     for (std::size_t i = start; i < sent; ++i)
         EXPECT_TRUE(may_come_while_reading(keyword_of(stopped[i]), number)) << stopped[i];
-    for (std::size_t i = 0; i < report.size(); ++i)
-        EXPECT_EQ(keyword_of(stopped[sent + i]), report[i]);
-    expect_same(end, part(stopped, sent + report.size(), stopped.size()));
+    expect_end(complete, stopped, sent, section, is_current);
 }
 
 } // namespace kova_test

@@ -133,19 +133,8 @@ void run_sections(ImportModule &module, const Family &family) {
     for (const Section &section : family.sections) {
         send<"PPROGRESS">(section.progress);
         ++number;
-        if (module.shared.import_error != 0)
-            continue;
-        if (section.import != nullptr) {
+        if (module.shared.import_error == 0)
             run_section(module, section, number);
-        } else {
-            import_export_notice notice = start_notice(module, IMPORT_EXPORT_SECTION_SKIPPED);
-            notice.section = number;
-            notice.section_name = section.name;
-            notice.statement = "";
-            notice.statement_number = 0;
-            notice.reason = "This version of the utility does not import the section.";
-            give(module, notice);
-        }
     }
     send<"PPROGRESS">(std::int32_t{100});
 }

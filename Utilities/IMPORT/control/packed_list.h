@@ -33,6 +33,7 @@ struct RowPacking {
     /// Writes the row at `target`, where there is room for the largest, and returns its end.
     static unsigned char *pack(const Row &row, unsigned char *target) {
         std::array<Word, word_count> words{};
+        words.back() = blank; // rows that are not whole words end with text
         std::memcpy(words.data(), &row, sizeof(Row));
         std::array<unsigned char, tag_bytes> tags{};
         unsigned char *end = target + tag_bytes;

@@ -11,10 +11,9 @@ namespace kova_import {
 
 /// One section of a file format, as a row of its family.
 struct Section {
-    const char *name = "";     ///< as a modeller calls it
-    std::int32_t progress = 0; ///< per cent shown before it
-    void (*import)(ImportModule &) =
-        nullptr; ///< reads it and, if all was read, sends it; null where this library lacks it
+    const char *name = "";                    ///< as a modeller calls it
+    std::int32_t progress = 0;                ///< per cent shown before it
+    void (*import)(ImportModule &) = nullptr; ///< reads it and, if all was read, sends it
     ErrorReport error_report = ErrorReport::console_only;
 };
 

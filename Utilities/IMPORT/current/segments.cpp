@@ -31,9 +31,9 @@ constexpr auto segment_commands =
 
 /// An indexed name has the segment's number before it and hyphens for its blanks; segments whose
 /// number has no digits get a blank name then.
-FixedText<40> host_name(const SegmentName &name, std::int32_t number) {
-    const FixedText<40> terminated = with_nul(name.name);
-    if (name.is_indexed == 0)
+FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool indexed) {
+    const FixedText<40> terminated = with_nul(name);
+    if (!indexed)
         return with_nul(terminated);
     FixedText<40> result;
     FixedText<4> digits;
@@ -85,7 +85,7 @@ void send_segments(const SegmentTable &table) {
     PackedWalk names(table.names);
     PackedWalk segments(table.segments);
     for_each_number(table.segment_count, [&](std::int32_t number) {
-        send<"PSEGNAME">(number, host_name(names.next(), number));
+        send<"PSEGNAME">(number, host_name(names.next(), number, table.has_indexed_names));
         segment_commands.send_row(segments.next(), number);
     });
     send<"PSEGMENTSREFRESH">();

@@ -1,8 +1,6 @@
 #include "control/sections/initial_conditions.h"
 
 #include "control/console.h"
-#include "control/counting.h"
-#include "control/host_link.h"
 #include "control/sections/counts.h"
 #include "legacy/sections.h"
 #include "legacy/simulated_systems.h"
@@ -39,30 +37,12 @@ std::int32_t read_initial_conditions(ImportModule &module, const SimulatedSystem
             module, system, table,
             [segment_count](ImportModule &into, std::int32_t number,
                             InitialConditionTable &system_table) {
-                read_initial_conditions_of_system(into, number, segment_count, system_table);
+                const InitialSystem values = read_initial_system(into.reader);
+                read_initial_concentrations(into, number, values, segment_count, system_table);
             },
             "The host does not simulate the system; its initial conditions do not come across.");
     });
     return segment_count;
-}
-
-void send_initial_conditions(const ImportModule &module, const InitialConditionTable &table,
-                             std::int32_t state_variable_count, std::int32_t segment_count) {
-    RowWalk systems(table.systems);
-    RowWalk concentrations(table.concentrations);
-    for_each_number(state_variable_count, [&](std::int32_t variable) {
-        const bool is_in_table = !systems.at_end();
-        if (!is_in_table)
-            give_reason_of_send(module, IMPORT_EXPORT_DEFAULTED,
-                                "The section does not hold the system of the state variable, which "
-                                "gets 0.",
-                                variable);
-        const InitialSystem system = is_in_table ? systems.next() : InitialSystem{};
-        send<"PCMAX">(variable, system.maximum_concentration);
-        send<"PDENSITY">(variable, system.density);
-        send<"PIFIELD">(variable, system.flow_field);
-        send_initial_concentrations(variable, segment_count, concentrations, is_in_table);
-    });
 }
 
 } // namespace

@@ -12,9 +12,9 @@ constexpr auto segment_commands = segment_identity_commands + segment_geometry_c
 
 /// An indexed name has the segment's number before it; segments whose number has no digits get a
 /// name of NULs then.
-FixedText<40> host_name(const SegmentName &name, std::int32_t number) {
-    const FixedText<40> terminated = with_nul(name.name);
-    if (name.is_indexed == 0)
+FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool indexed) {
+    const FixedText<40> terminated = with_nul(name);
+    if (!indexed)
         return with_nul(terminated);
     FixedText<40> result;
     FixedText<4> digits;
@@ -61,7 +61,7 @@ void send_segments(const SegmentTable &table) {
     PackedWalk names(table.names);
     PackedWalk segments(table.segments);
     for_each_number(table.segment_count, [&](std::int32_t number) {
-        const FixedText<40> name = host_name(names.next(), number);
+        const FixedText<40> name = host_name(names.next(), number, table.has_indexed_names);
         console::write_line("Setting Segment Name: ", content_of(name.view()));
         send<"PSEGNAME">(number, name);
         segment_commands.send_row(segments.next(), number);

@@ -85,14 +85,35 @@ class SystemConcentrations {
     std::size_t lowest_waiting_ = std::numeric_limits<std::size_t>::max();
 };
 
-void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t segment_count,
-                         InitialConditionTable &table) {
+} // namespace
+
+void read_system_caption(RecordReader &reader) {
+    FixedText<80> caption;
+    reader.unguarded_fixed<"(A80)">("caption of the system", caption);
+}
+
+InitialSystem read_initial_system(RecordReader &reader) {
+    InitialSystem values;
+    reader.list("flow field of the system", field("flow field of the system", values.flow_field));
+    reader.list("density of the system", field("density of the system", values.density));
+    reader.list("maximum concentration of the system",
+                field("maximum concentration of the system", values.maximum_concentration));
+    return values;
+}
+
+void read_initial_concentrations(ImportModule &module, std::int32_t system,
+                                 const InitialSystem &values, std::int32_t segment_count,
+                                 InitialConditionTable &table) {
     // no file can give this value
     constexpr float left_out = std::numeric_limits<float>::quiet_NaN();
     const Bounds segments = {.smallest = 1,
                              .largest = segment_count,
                              .expected = "a segment number from 1 to the segment count"};
     RecordReader &reader = module.reader;
+    FixedText<80> caption;
+    reader.unguarded_fixed<"(A80)">("caption of the initial conditions", caption);
+    if (reader.ok())
+        table.systems.push_back(values);
     SystemConcentrations concentrations(table.concentrations);
     reader.for_each_record(segment_count, [&](std::int32_t) {
         std::int32_t segment = 0;
@@ -115,38 +136,31 @@ void read_concentrations(ImportModule &module, std::int32_t system, std::int32_t
                     system);
 }
 
-} // namespace
-
-void read_system_caption(RecordReader &reader) {
-    FixedText<80> caption;
-    reader.unguarded_fixed<"(A80)">("caption of the system", caption);
-}
-
-void read_initial_conditions_of_system(ImportModule &module, std::int32_t system,
-                                       std::int32_t segment_count, InitialConditionTable &table) {
-    RecordReader &reader = module.reader;
-    InitialSystem values;
-    reader.list("flow field of the system", field("flow field of the system", values.flow_field));
-    reader.list("density of the system", field("density of the system", values.density));
-    reader.list("maximum concentration of the system",
-                field("maximum concentration of the system", values.maximum_concentration));
-    FixedText<80> caption;
-    reader.unguarded_fixed<"(A80)">("caption of the initial conditions", caption);
-    if (reader.ok())
-        table.systems.push_back(values);
-    read_concentrations(module, system, segment_count, table);
-}
-
 void send_initial_condition_notice() {
     send_report_line("Importing Initial Conditions</span></li>");
 }
 
-void send_initial_concentrations(std::int32_t system, std::int32_t segment_count,
-                                 RowWalk<InitialConcentration> &rows, bool is_in_table) {
-    for_each_number(segment_count, [&](std::int32_t segment) {
-        const InitialConcentration row = is_in_table ? rows.next() : InitialConcentration{};
-        send<"PINITC">(system, segment, row.concentration);
-        send<"PFDISS">(system, segment, row.dissolved_fraction);
+void send_initial_conditions(const ImportModule &module, const InitialConditionTable &table,
+                             std::int32_t system_count, std::int32_t segment_count) {
+    RowWalk systems(table.systems);
+    RowWalk concentrations(table.concentrations);
+    for_each_number(system_count, [&](std::int32_t number) {
+        const bool is_in_table = !systems.at_end();
+        if (!is_in_table)
+            give_reason_of_send(module, IMPORT_EXPORT_DEFAULTED,
+                                "The section does not hold the system of the state variable, which "
+                                "gets 0.",
+                                number);
+        const InitialSystem system = is_in_table ? systems.next() : InitialSystem{};
+        send<"PCMAX">(number, system.maximum_concentration);
+        send<"PDENSITY">(number, system.density);
+        send<"PIFIELD">(number, system.flow_field);
+        for_each_number(segment_count, [&](std::int32_t segment) {
+            const InitialConcentration row =
+                is_in_table ? concentrations.next() : InitialConcentration{};
+            send<"PINITC">(number, segment, row.concentration);
+            send<"PFDISS">(number, segment, row.dissolved_fraction);
+        });
     });
 }
 

@@ -36,17 +36,21 @@ struct InitialConditionTable {
 /// Reads the caption of a system.
 void read_system_caption(RecordReader &reader);
 
-/// Reads the records of a system behind its caption, and adds them to the table as those of the
+/// Reads what belongs to a system as a whole, behind its caption.
+[[nodiscard]] InitialSystem read_initial_system(RecordReader &reader);
+
+/// Reads the concentrations of a system, and adds them with `values` to the table as those of the
 /// next system. Segments that no record names have concentrations of 0.
-void read_initial_conditions_of_system(ImportModule &module, std::int32_t system,
-                                       std::int32_t segment_count, InitialConditionTable &table);
+void read_initial_concentrations(ImportModule &module, std::int32_t system,
+                                 const InitialSystem &values, std::int32_t segment_count,
+                                 InitialConditionTable &table);
 
 /// Sends the line of the report.
 void send_initial_condition_notice();
 
-/// Sends the concentrations of a system in segments 1 .. `segment_count`; those that `rows` does
-/// not hold any more are 0.
-void send_initial_concentrations(std::int32_t system, std::int32_t segment_count,
-                                 RowWalk<InitialConcentration> &rows, bool is_in_table);
+/// Sends the systems that the host numbers 1 .. `system_count`, each in segments 1 ..
+/// `segment_count`. Systems that the table does not hold are 0.
+void send_initial_conditions(const ImportModule &module, const InitialConditionTable &table,
+                             std::int32_t system_count, std::int32_t segment_count);
 
 } // namespace kova_import

@@ -5,9 +5,11 @@
 #include "control/notices.h"
 #include "control/report.h"
 #include "control/sections/counts.h"
+#include "control/sections/repeated_numbers.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace kova_import {
@@ -28,13 +30,11 @@ void give_replaced_loads(const ImportModule &module, RecordPlace heading,
     segments.reserve(loads.size() - first);
     for (std::size_t i = first; i < loads.size(); ++i)
         segments.push_back(loads[i].segment);
-    std::sort(segments.begin(), segments.end());
-    for (std::size_t i = 1; i < segments.size(); ++i)
-        if (segments[i] == segments[i - 1])
-            give_reason_at(
-                module, heading, IMPORT_EXPORT_REPLACED,
-                "The system has several loads on the segment; the host keeps the last one.",
-                segments[i]);
+    for_each_repeated(std::move(segments), [&](std::int32_t segment) {
+        give_reason_at(module, heading, IMPORT_EXPORT_REPLACED,
+                       "The system has several loads on the segment; the host keeps the last one.",
+                       segment);
+    });
 }
 
 // A system without loads is shown to the host by a load that adds nothing.

@@ -46,6 +46,7 @@ void read_segment_settings(ImportModule &module, SegmentTable &table) {
     reader.list("bed time step", field("bed time step", table.bed_time_step));
     reader.list("volume factors", field("volume scale factor", table.volume_scale_factor),
                 field("volume conversion factor", table.volume_conversion_factor));
+    table.has_indexed_names = module.shared.index_segment_names != 0;
     FixedText<40> caption;
     reader.fixed<"(A40)">("caption of the segment names", field("caption", caption));
 }
@@ -76,9 +77,8 @@ void give_other_number(const ImportModule &module, std::int32_t number_in_file,
 
 void add_name(const ImportModule &module, SegmentTable &table, std::int32_t number,
               const FixedText<40> &name, HostName *host_name) {
-    const SegmentName added = {name, module.shared.index_segment_names != 0 ? 1 : 0};
-    give_lost_name(module, number, name, host_name(added, number));
-    table.names.push_back(added);
+    give_lost_name(module, number, name, host_name(name, number, table.has_indexed_names));
+    table.names.push_back(name);
 }
 
 FixedText<40> with_nul(const FixedText<40> &text) {

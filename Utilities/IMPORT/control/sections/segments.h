@@ -14,11 +14,6 @@
 
 namespace kova_import {
 
-struct SegmentName {
-    FixedText<40> name;          ///< in the file
-    std::int32_t is_indexed = 0; ///< whether the host gets it with the segment's number
-};
-
 /// Values pass to the host as they stand. Units are those of a model whose volume factors are 1;
 /// multipliers and exponents are those of velocity and depth as powers of the flow (m3/s).
 struct Segment {
@@ -49,7 +44,8 @@ struct SegmentTable {
     float bed_time_step = 0; ///< days
     float volume_scale_factor = 0;
     float volume_conversion_factor = 0;
-    PackedList<SegmentName> names;
+    bool has_indexed_names = false;  ///< whether hosts get names with the segment's number
+    PackedList<FixedText<40>> names; ///< in the file
     PackedList<Segment> segments;
 };
 
@@ -111,8 +107,8 @@ void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName re
 void give_other_number(const ImportModule &module, std::int32_t number_in_file,
                        std::int32_t number);
 
-/// The name of segment `number` as the host gets it.
-using HostName = FixedText<40>(const SegmentName &name, std::int32_t number);
+/// The name of segment `number` as the host gets it, with that number or without it.
+using HostName = FixedText<40>(const FixedText<40> &name, std::int32_t number, bool indexed);
 
 /// Adds the name that was read last, and tells when it does not reach the host whole.
 void add_name(const ImportModule &module, SegmentTable &table, std::int32_t number,
