@@ -12,8 +12,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <set>
-#include <vector>
 
 namespace kova_import::legacy {
 
@@ -39,27 +39,20 @@ struct ConstantSeries {
 };
 
 struct ConstantTable {
-    static constexpr std::size_t most = 3000;
+    static constexpr std::int32_t last_number = 3000;
 
-    std::vector<Constant> constants = std::vector<Constant>(most); ///< by current number
-    ChunkedList<std::int32_t> mapped;                              ///< current numbers, as sent
+    std::map<std::int32_t, Constant> constants; ///< by current number
+    ChunkedList<std::int32_t> mapped;           ///< current numbers, as sent
     ChunkedList<ConstantSeries> series;
     std::set<std::int32_t> time_functions; ///< of those series
-
-    [[nodiscard]] Constant &constant(std::int32_t number) {
-        return constants[static_cast<std::size_t>(number - 1)];
-    }
-    [[nodiscard]] const Constant &constant(std::int32_t number) const {
-        return constants[static_cast<std::size_t>(number - 1)];
-    }
 };
 
 // Counts the columns of another constant than the row's own, whose number is that of the constants
 // on the list so far. Hosts know the constants of benthic algae by the columns that this leaves.
 void count_column_by_place(ConstantTable &table) {
     const std::size_t place = table.mapped.size();
-    if (place <= ConstantTable::most)
-        table.constants[place - 1].column_count = 1;
+    if (place <= static_cast<std::size_t>(ConstantTable::last_number))
+        table.constants[static_cast<std::int32_t>(place)].column_count = 1;
 }
 
 void apply(const Row &row, float value, RecordPlace place, ConstantTable &table) {
@@ -68,7 +61,7 @@ void apply(const Row &row, float value, RecordPlace place, ConstantTable &table)
         table.time_functions.insert(row.current_number);
         return;
     }
-    Constant &constant = table.constant(row.current_number);
+    Constant &constant = table.constants[row.current_number];
     constant.columns[static_cast<std::size_t>(row.column - 1)] = {value, &row, place};
     if (row.column == 1)
         table.mapped.push_back(row.current_number);
@@ -96,7 +89,7 @@ void give_change(const ImportModule &module, const Row &row, ConstantTable &tabl
         return;
     }
     const Constant::Column &before =
-        table.constant(row.current_number).columns[static_cast<std::size_t>(row.column - 1)];
+        table.constants[row.current_number].columns[static_cast<std::size_t>(row.column - 1)];
     if (before.row != nullptr)
         give_named(module, before.place, IMPORT_EXPORT_REPLACED,
                    "A later record of the same number replaces the value.", row.legacy_number,
@@ -139,24 +132,23 @@ void read_constants(ImportModule &module, ConstantTable &table) {
 // Tells which values the host does not get although they have a place in the current model, and
 // which it gets although no record gives them.
 void give_unsent(const ImportModule &module, const ConstantTable &table) {
-    std::vector<bool> is_mapped(ConstantTable::most, false);
+    std::set<std::int32_t> all_mapped;
     for (RowWalk mapped(table.mapped); !mapped.at_end();)
-        is_mapped[static_cast<std::size_t>(mapped.next() - 1)] = true;
-    for (std::size_t i = 0; i < table.constants.size(); ++i) {
-        const Constant &constant = table.constants[i];
-        const std::int32_t sent_columns = is_mapped[i] ? constant.column_count : 0;
-        std::int32_t number = 0;
+        all_mapped.insert(mapped.next());
+    for (const auto &[number, constant] : table.constants) {
+        const bool is_mapped = all_mapped.count(number) != 0;
+        const std::int32_t sent_columns = is_mapped ? constant.column_count : 0;
+        std::int32_t column_number = 0;
         for (const Constant::Column &column : constant.columns) {
-            const bool is_sent = ++number <= sent_columns;
+            const bool is_sent = ++column_number <= sent_columns;
             if (column.row != nullptr && !is_sent)
                 give_named(module, column.place, IMPORT_EXPORT_NOT_IMPORTED,
-                           is_mapped[i] ? "The column is not among those that the host gets."
-                                        : "The constant is not on the list that the host gets.",
+                           is_mapped ? "The column is not among those that the host gets."
+                                     : "The constant is not on the list that the host gets.",
                            column.row->legacy_number, column.row->name);
             else if (column.row == nullptr && is_sent)
                 give_reason_of_send(module, IMPORT_EXPORT_DEFAULTED,
-                                    "The host gets 0 for a column that no record gives.",
-                                    static_cast<std::int64_t>(i + 1));
+                                    "The host gets 0 for a column that no record gives.", number);
         }
     }
 }
@@ -166,7 +158,7 @@ template <class Visit>
 void for_each_column(const ConstantTable &table, Visit visit) {
     for (RowWalk mapped(table.mapped); !mapped.at_end();) {
         const std::int32_t number = mapped.next();
-        for_each_number(table.constant(number).column_count,
+        for_each_number(table.constants.at(number).column_count,
                         [&](std::int32_t column) { visit(number, column); });
     }
 }
@@ -191,7 +183,7 @@ void send_constants(const ImportModule &module, const ConstantTable &table) {
     for_each_column(table, send_constant);
     send<"PCONSTANTSREFRESH">();
     for_each_column(table, [&table](std::int32_t number, std::int32_t column) {
-        const auto &columns = table.constant(number).columns;
+        const auto &columns = table.constants.at(number).columns;
         send_constant_value(number, column, columns[static_cast<std::size_t>(column - 1)].value);
     });
     send<"PCONSTANTSREFRESH">();
