@@ -1,4 +1,4 @@
-"""Reads both sample files back and checks that their numbers hold together."""
+"""Reads the sample files back and checks that their numbers hold together."""
 
 from itertools import chain
 
@@ -148,7 +148,8 @@ def _read_current(text):
     found["boundaries"] = _blocks(reader, reader.integer(),
                                   lambda: reader.columns((10, float), (10, float)))
     reader.list(str)
-    assert reader.integer() == 1 and reader.line()
+    if reader.integer() > 0:
+        assert reader.line()
     found["loads"] = _blocks(reader, reader.integer(), lambda: reader.list(float, float))
     reader.list(str)
     found["time functions"] = [(reader.integer(), len(reader.pairs()))
@@ -209,20 +210,30 @@ def _check_shape():
     assert tide == sorted(tide) and stem[0].depth < stem[-2].depth
 
 
-def check(legacy_text, current_text):
-    """Raises AssertionError for the first thing that does not hold; else returns both finds."""
+def _check_translation(legacy, translated):
+    """All that both formats write alike is the same in both files."""
+    for name in ("volumes", "paths", "flows", "exchanges"):
+        assert translated[name] == legacy[name], name
+    for name in ("boundaries", "loads"):
+        assert translated[name] == [rows for number, rows in enumerate(legacy[name], 1)
+                                    if number not in legacy["bypassed"]], name
+
+
+def check(legacy_text, current_text, translated_text):
+    """Raises AssertionError for the first thing that does not hold."""
     _check_shape()
     finds = []
-    for read, text in ((_read_legacy, legacy_text), (_read_current, current_text)):
+    for read, text in ((_read_legacy, legacy_text), (_read_current, current_text),
+                       (_read_current, translated_text)):
         reader, found, names = read(text)
         assert reader.finished(), "lines are left behind the last section"
         assert names == [segment.name for segment in SEGMENTS] and len(names) >= 30
         assert all(abs(volume - segment.volume) < 0.1
                    for volume, segment in zip(found["volumes"], SEGMENTS))
         assert len({segment for rows in found["loads"] for segment, _ in rows}) == 5
-        assert len(found["parameters"]) == 15 and len(found["constants"]) >= 120
+        assert len(found["parameters"]) >= 15 and len(found["constants"]) >= 120
         assert 200_000 <= len(text.encode("ascii")) <= 1_500_000
         _check_balance(found)
         finds.append(found)
     assert len(finds[0]["time functions"]) == 8
-    return finds
+    _check_translation(finds[0], finds[2])

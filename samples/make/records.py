@@ -79,18 +79,18 @@ class RecordReader:
         return [tuple(self.list(float, float)) for _ in range(self.integer())]
 
     def columns(self, *fields):
-        """One fixed-column record; a field is its width and kind, or a width to skip."""
+        """One fixed-column record; a field is its width and kind, or a width to skip. Blank is 0."""
         line, position, values = self.line(), 0, []
         for field in fields:
             width, kind = field if isinstance(field, tuple) else (field, None)
             text = line[position:position + width]
             position += width
-            if kind is float and not set(text) & set(".Ee"):
+            if kind is float and text.strip() and not set(text) & set(".Ee"):
                 raise ValueError(f"no decimal point in '{text}' of '{line}'")
             if kind is str:
                 values.append(text.rstrip())
             elif kind:
-                values.append(kind(text))
+                values.append(kind(text) if text.strip() else kind())
         return values
 
     def finished(self):
