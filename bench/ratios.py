@@ -35,25 +35,27 @@ def medians(results):
     return rows, labels
 
 
-def main():
-    if len(sys.argv) != 2:
-        sys.exit(__doc__.strip())
-    with open(sys.argv[1], encoding="utf-8") as file:
-        rows, labels = medians(json.load(file))
-    print(
-        f"{'':18}  {'processor time, ns/record':^29}  {'MB/s':>6}  {'reader /':>9}  {'reader /':>9}\n"
-        f"{'':18}  {'reader':>9} {'bare loop':>9} {'Fortran':>9}  {'reader':>6}"
-        f"  {'bare loop':>9}  {'Fortran':>9}"
-    )
+def table(results):
+    """The lines of the table."""
+    rows, labels = medians(results)
+    yield f"{'':18}  {'processor time, ns/record':^29}  {'MB/s':>6}  {'reader /':>9}  {'reader /':>9}"
+    yield (f"{'':18}  {'reader':>9} {'bare loop':>9} {'Fortran':>9}  {'reader':>6}"
+           f"  {'bare loop':>9}  {'Fortran':>9}")
     for data_set, by_peer in rows.items():
         if any(peer not in by_peer for peer in PEERS):
             continue
         reader, bare_loop, fortran = (by_peer[peer][0] * 1e9 for peer in PEERS)
-        print(
-            f"{data_set:18}  {reader:9.1f} {bare_loop:9.1f} {fortran:9.1f}"
-            f"  {by_peer['reader'][1] / 1e6:6.0f}  {reader / bare_loop:9.2f}"
-            f"  {'1/%.1f' % (fortran / reader):>9}  {labels[data_set]}"
-        )
+        yield (f"{data_set:18}  {reader:9.1f} {bare_loop:9.1f} {fortran:9.1f}"
+               f"  {by_peer['reader'][1] / 1e6:6.0f}  {reader / bare_loop:9.2f}"
+               f"  {'1/%.1f' % (fortran / reader):>9}  {labels[data_set]}")
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__.strip())
+    with open(sys.argv[1], encoding="utf-8") as file:
+        for line in table(json.load(file)):
+            print(line)
 
 
 if __name__ == "__main__":
