@@ -21,32 +21,12 @@ namespace {
 constexpr std::int32_t eutrophication = 11;
 constexpr std::int32_t one = std::bit_cast<std::int32_t>(1.0F);
 
-constexpr std::int32_t length_of(std::string_view literal) {
-    return static_cast<std::int32_t>(literal.size()) + 1; // with its NUL
-}
 constexpr std::int32_t red_start_length =
     length_of("<li><span style=\"font-weight: bold; color: Red;\">");
-constexpr std::int32_t blue_start_length =
-    length_of("<li><span style=\"font-weight: bold; color: blue;\">");
 constexpr std::int32_t cell_length = 133;
-
-bool is_transport_only() { return IMPORT_EXPORT.transport_only != 0; }
-
-void require_number(float value) {
-    require(std::isfinite(value), "what a file leaves out never shows as no number");
-}
 
 bool is_at_fragment(const Walk &walk, std::int32_t length) {
     return walk.is_at("PINFOHTML") && walk.next()->bits[0] == length;
-}
-
-const Sent &take_fragment(Walk &walk, std::int32_t length) {
-    return walk.take("PINFOHTML", {length});
-}
-
-void take_blue_line(Walk &walk, std::string_view text) {
-    take_fragment(walk, blue_start_length);
-    walk.take("PINFOHTML", {length_of(text), first_bytes(text)});
 }
 
 // Time functions
@@ -447,6 +427,10 @@ void check_initial_conditions(Walk &walk, std::int64_t moved) {
 } // namespace
 
 void check_data_section(const Trace &trace, std::int32_t section, bool has_tables) {
+    if (is_current_format()) {
+        check_current_data_section(trace, section);
+        return;
+    }
     constexpr std::int32_t time_functions = 8;
     constexpr std::int32_t segment_parameters = 9;
     constexpr std::int32_t constants = 10;

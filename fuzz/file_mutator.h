@@ -17,7 +17,7 @@ namespace kova_fuzz {
 [[nodiscard]] std::string joined_files(std::string_view start, std::string_view end,
                                        std::uint32_t seed);
 
-/// A legacy file behind its header that goes through all sections without a fault, or almost.
-[[nodiscard]] std::string new_legacy_file(std::uint32_t seed);
+/// `text` with one of its counts made large, and the records behind it repeated as often.
+[[nodiscard]] std::string stretched_file(std::string_view text, std::uint32_t seed);
 
 } // namespace kova_fuzz

@@ -13,22 +13,32 @@ constexpr std::int32_t exchanges = 5;
 constexpr std::int32_t boundaries = 6;
 constexpr std::int32_t loads = 7;
 
+/// The hydraulic option of the first segment; 0 when there is none.
+std::int32_t first_hydraulic_option(const Stage &segments) {
+    for (const Sent &sent : segments.commands)
+        if (sent.keyword == "PIQOPT")
+            return sent.integer(1);
+    return 0;
+}
+
 // Each of these gives the number of read statements that the commands tell of.
 
-std::int64_t take_flow_paths(Walk &walk, std::int32_t segment_count) {
+std::int64_t take_flow_paths(Walk &walk, const Stage &segments, std::int32_t segment_count) {
     constexpr std::int32_t hydrodynamic_linkage = 3;
-    std::int64_t statements = 2;
+    const bool is_current = is_current_format();
+    std::int64_t statements = is_current ? 3 : 2;
     walk.take_report_line();
-    std::int32_t flow_option = 0;
+    std::int32_t flow_option = is_current ? first_hydraulic_option(segments) : 0;
     for_each(segment_count, [&](std::int32_t segment) {
         const std::int32_t option = walk.take("PFLOWTYPE", {segment}).integer(1);
-        require(segment == 1 || option == flow_option, "all segments get one flow option");
+        require((segment == 1 && !is_current) || option == flow_option,
+                "all segments get one flow option, in the current format that of the first");
         flow_option = option;
     });
     const std::int32_t field_count = walk.take("PNFIELD").integer(0);
     for_each(field_count, [&](std::int32_t field) {
-        // Without segments the flow option is not to be seen.
-        const bool is_seen = segment_count > 0;
+        // Without segments the flow option of a legacy file is not to be seen.
+        const bool is_seen = is_current || segment_count > 0;
         const bool has_file = field == 1 && (is_seen ? flow_option == hydrodynamic_linkage
                                                      : walk.is_at("PHYDROFILE"));
         if (has_file)
@@ -48,7 +58,7 @@ std::int64_t take_flow_paths(Walk &walk, std::int32_t segment_count) {
 }
 
 std::int64_t take_flow_series(Walk &walk) {
-    std::int64_t statements = 1;
+    std::int64_t statements = is_current_format() ? 2 : 1;
     walk.take_report_line();
     const std::int32_t field_count = walk.take("PNFIELD").integer(0);
     require(field_count == IMPORT_EXPORT.flow_field_count, "the flow-field counts agree");
@@ -97,7 +107,7 @@ std::int64_t take_exchange_function(Walk &walk, std::int32_t field, std::int32_t
 std::int64_t take_exchanges(Walk &walk) {
     walk.take_report_line();
     const std::int32_t field_count = walk.take("PNRFLD").integer(0);
-    std::int64_t statements = 1 + 2 * at_least_none(field_count);
+    std::int64_t statements = (is_current_format() ? 2 : 1) + 2 * at_least_none(field_count);
     std::int32_t scale = 0;
     std::int32_t conversion = 0;
     bool any_factors = false;
@@ -122,25 +132,30 @@ std::int64_t take_exchanges(Walk &walk) {
     return statements;
 }
 
-std::int32_t percentage(std::int32_t done) {
+/// As many systems as the host gets of a section that holds `system_count`.
+std::int32_t sent_systems(std::int32_t system_count) {
+    return is_current_format() ? system_count : IMPORT_EXPORT.state_variable_count;
+}
+
+std::int32_t percentage(std::int32_t done, std::int32_t total) {
     constexpr std::int32_t hundred = 100;
-    const std::int32_t total = IMPORT_EXPORT.state_variable_count;
     return total == 0 ? 0 : done / total * hundred;
 }
 
 std::int64_t take_boundaries(Walk &walk, std::int32_t system_count) {
-    std::int64_t statements = 1;
+    const std::int32_t sent_count = sent_systems(system_count);
+    std::int64_t statements = is_current_format() ? 2 : 1;
     walk.take("PPROGRESS", {0});
     for_each(system_count, [&](std::int32_t system) {
-        walk.take("PPROGRESS", {percentage(system)});
+        walk.take("PPROGRESS", {percentage(system, sent_count)});
         statements += 2;
     });
     if (IMPORT_EXPORT.transport_only != 0)
         return statements;
     walk.take_report_line();
     walk.take("PPROGRESS", {0});
-    for_each(IMPORT_EXPORT.state_variable_count, [&](std::int32_t system) {
-        walk.take("PPROGRESS", {percentage(system)});
+    for_each(sent_count, [&](std::int32_t system) {
+        walk.take("PPROGRESS", {percentage(system, sent_count)});
         const std::int32_t count = walk.take("PNOBC", {system}).integer(1);
         if (count < 1)
             return;
@@ -156,7 +171,7 @@ std::int64_t take_boundaries(Walk &walk, std::int32_t system_count) {
 }
 
 std::int64_t take_loads(Walk &walk, std::int32_t system_count) {
-    std::int64_t statements = 2 + 2 * at_least_none(system_count);
+    std::int64_t statements = (is_current_format() ? 3 : 2) + 2 * at_least_none(system_count);
     if (IMPORT_EXPORT.transport_only != 0)
         return statements;
     walk.take_report_line();
@@ -164,7 +179,7 @@ std::int64_t take_loads(Walk &walk, std::int32_t system_count) {
         walk.take("PNPSFILE");
         ++statements;
     }
-    for_each(IMPORT_EXPORT.state_variable_count, [&](std::int32_t system) {
+    for_each(sent_systems(system_count), [&](std::int32_t system) {
         if (!walk.is_at("PCONVB")) {
             constexpr std::int32_t none = 0; // the bits of 0.0
             walk.take("PSCALW", {system, none});
@@ -184,11 +199,12 @@ std::int64_t take_loads(Walk &walk, std::int32_t system_count) {
     return statements;
 }
 
-/// `next` is the section behind it, which starts with the counts that this one has read.
-std::int64_t take_section(Walk &walk, std::int32_t section, const Stage &next) {
+std::int64_t take_section(Walk &walk, std::int32_t section, const Trace &trace) {
+    // The section behind starts with the counts that this one has read.
+    const Stage &next = trace.section(section + 1);
     switch (section) {
     case flow_paths:
-        return take_flow_paths(walk, next.segment_count);
+        return take_flow_paths(walk, trace.section(section - 1), next.segment_count);
     case flow_series:
         return take_flow_series(walk);
     case exchanges:
@@ -204,8 +220,11 @@ std::int64_t take_section(Walk &walk, std::int32_t section, const Stage &next) {
 }
 
 // What belongs to systems that the host does not simulate is read, but not to be seen. Behind the
-// exchanges all is seen when no system is bypassed and the section has no system more.
+// exchanges all of a legacy file is seen when no system is bypassed and the section has no system
+// more, and all of a current one.
 bool all_is_seen(const Trace &trace, std::int32_t section) {
+    if (is_current_format())
+        return section <= exchanges || IMPORT_EXPORT.transport_only == 0;
     const std::int32_t simulated = IMPORT_EXPORT.state_variable_count;
     return section <= exchanges || (IMPORT_EXPORT.transport_only == 0 &&
                                     trace.section(boundaries).system_count == simulated &&
@@ -217,26 +236,42 @@ void require_size(const List &list, std::int32_t announced) {
     require(std::ssize(list) == at_least_none(announced), "a list has its announced size");
 }
 
+void take_error_line(Walk &walk) {
+    constexpr std::int32_t line_length = 80;
+    require(walk.take("GSPRINTFI").integer(2) == IMPORT_EXPORT.line_counter,
+            "the pane shows the line counter of the failed read");
+    walk.take("PINFOHTML");
+    walk.take("PINFOHTML", {line_length});
+}
+
 } // namespace
 
 void check_network_section(const Trace &trace, std::int32_t section) {
     const Stage &stage = trace.section(section);
     const Stage &next = trace.section(section + 1);
     Walk walk(stage);
-    const std::int64_t statements = take_section(walk, section, next);
+    const std::int64_t statements = take_section(walk, section, trace);
     walk.end();
     const std::int64_t moved = std::int64_t{next.line_counter} - stage.line_counter;
     require(all_is_seen(trace, section) ? moved == statements : moved >= statements,
             "the line counter moves by one for every read statement");
 }
 
-void check_progress_of_failed_boundaries(const Stage &stage) {
-    if (stage.commands.empty())
-        return;
+void check_failed_section(const Trace &trace, std::int32_t section) {
+    const Stage &stage = trace.section(section);
     Walk walk(stage);
-    walk.take("PPROGRESS", {0});
-    for_each(static_cast<std::int32_t>(stage.commands.size()) - 1,
-             [&](std::int32_t system) { walk.take("PPROGRESS", {percentage(system)}); });
+    if (section == boundaries && walk.is_at("PPROGRESS")) {
+        const std::int32_t system_count = trace.section(section + 1).system_count;
+        const std::int32_t total = sent_systems(system_count);
+        walk.take("PPROGRESS", {0});
+        for (std::int32_t system = 1; walk.is_at("PPROGRESS"); ++system) {
+            require(system <= system_count, "progress tells of systems that there are");
+            walk.take("PPROGRESS", {percentage(system, total)});
+        }
+    }
+    // The flow paths tell it on the console alone, as legacy sections do.
+    if (is_current_format() && section != flow_paths)
+        take_error_line(walk);
     walk.end();
 }
 

@@ -18,8 +18,13 @@ void check_network_section(const Trace &trace, std::int32_t section);
 /// numbers.
 void check_data_section(const Trace &trace, std::int32_t section, bool has_tables);
 
-/// The moves of the progress indicator of boundary conditions that have failed.
-void check_progress_of_failed_boundaries(const Stage &stage);
+/// The same for a section of the current format.
+void check_current_data_section(const Trace &trace, std::int32_t section);
+
+/// Checks a section from segments (2) to initial conditions (11) that has failed: it has sent
+/// nothing but the moves of the progress indicator and, in the current format, the line of the
+/// pane.
+void check_failed_section(const Trace &trace, std::int32_t section);
 
 /// Lists of the model have the size that was announced for them.
 void check_model(const kova_host::Model &model);

@@ -6,6 +6,7 @@
 #include "fuzz/import_trace.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -13,6 +14,11 @@
 #include <vector>
 
 namespace kova_fuzz {
+
+inline bool is_current_format() {
+    constexpr std::int32_t first_version = 3;
+    return IMPORT_EXPORT.file_version >= first_version;
+}
 
 inline std::int64_t at_least_none(std::int32_t count) { return std::max(count, 0); }
 
@@ -56,6 +62,29 @@ template <class Take>
 void for_each(std::int32_t count, Take take) {
     for (std::int32_t number = 1; number <= count; ++number)
         take(number);
+}
+
+// Reports
+
+constexpr std::int32_t length_of(std::string_view literal) {
+    return static_cast<std::int32_t>(literal.size()) + 1; // with its NUL
+}
+inline constexpr std::int32_t blue_start_length =
+    length_of("<li><span style=\"font-weight: bold; color: blue;\">");
+
+inline bool is_transport_only() { return IMPORT_EXPORT.transport_only != 0; }
+
+inline void require_number(float value) {
+    require(std::isfinite(value), "what a file leaves out never shows as no number");
+}
+
+inline const Sent &take_fragment(Walk &walk, std::int32_t length) {
+    return walk.take("PINFOHTML", {length});
+}
+
+inline void take_blue_line(Walk &walk, std::string_view text) {
+    take_fragment(walk, blue_start_length);
+    walk.take("PINFOHTML", {length_of(text), first_bytes(text)});
 }
 
 } // namespace kova_fuzz
