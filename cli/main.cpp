@@ -5,7 +5,7 @@
 #include "cli/import_outcome.h"
 #include "cli/options.h"
 #include "cli/output.h"
-#include "cli/standard_output_capture.h"
+#include "cli/platform.h"
 #include "cli/text.h"
 #include "cli/utility_library.h"
 
@@ -35,9 +35,9 @@ int fail(int status, const std::string &prefix, const std::exception &error) {
 } // namespace
 
 int main(int argc, char **argv) {
-    open_missing_standard_streams();
+    const platform::StandardStreams streams;
     try {
-        const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+        const std::vector<std::string> arguments = platform::arguments_of(argc, argv);
         return std::visit([](const auto &command) { return run(command); },
                           parse_command_line(arguments));
     } catch (const BrokenInstallation &error) {

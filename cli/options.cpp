@@ -1,6 +1,7 @@
 #include "cli/options.h"
 
 #include "cli/import_outcome.h"
+#include "cli/platform.h"
 #include "cli/suggestions.h"
 #include "cli/text.h"
 
@@ -275,7 +276,8 @@ CommandLine Parser::take(Arguments arguments) {
     const std::string &first = arguments.files.front();
     std::error_code error;
     if (arguments.command.empty() && !arguments.after_dashes &&
-        first.find_first_of("./") == std::string::npos && !std::filesystem::exists(first, error))
+        first.find_first_of("./\\:") == std::string::npos &&
+        !std::filesystem::exists(platform::path_of(first), error))
         if (const auto meant = nearest(first, {"import", "check"}))
             return wrong_use("there is no sub-command or file " + printable(first) +
                              "; did you mean " + *meant + "?");

@@ -1,11 +1,11 @@
 #include "cli/output.h"
 
+#include "cli/platform.h"
 #include "cli/text.h"
 
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <sys/stat.h>
 #include <system_error>
 #include <utility>
 
@@ -24,7 +24,7 @@ void write_message(std::string_view text) {
 }
 
 OutputFile::OutputFile(std::string_view content, std::string path)
-    : content_(content), path_(std::move(path)), file_(std::fopen(path_.c_str(), "wbe")) {
+    : content_(content), path_(std::move(path)), file_(platform::open_for_writing(path_)) {
     if (file_ == nullptr) {
         error_ = errno;
         fail();
@@ -49,18 +49,18 @@ void OutputFile::fail() const {
 }
 
 bool is_same_file(const std::string &one, const std::string &other) {
-    struct stat first {};
-    struct stat second {};
-    const bool one_exists = ::stat(one.c_str(), &first) == 0;
-    const bool other_exists = ::stat(other.c_str(), &second) == 0;
+    namespace files = std::filesystem;
+    const files::path first = platform::path_of(one);
+    const files::path second = platform::path_of(other);
+    std::error_code error;
+    const bool one_exists = files::exists(first, error);
+    const bool other_exists = files::exists(second, error);
     if (one_exists && other_exists)
-        return S_ISREG(first.st_mode) && first.st_dev == second.st_dev &&
-               first.st_ino == second.st_ino;
+        return files::is_regular_file(first, error) && files::equivalent(first, second, error);
     if (one_exists || other_exists)
         return false;
-    std::error_code error;
-    const std::filesystem::path place = std::filesystem::weakly_canonical(one, error);
-    return !error && place == std::filesystem::weakly_canonical(other, error) && !error;
+    const files::path place = files::weakly_canonical(first, error);
+    return !error && place == files::weakly_canonical(second, error) && !error;
 }
 
 } // namespace kova_command

@@ -1,12 +1,13 @@
 #include "cli/questions.h"
 
 #include "cli/output.h"
+#include "cli/platform.h"
 #include "cli/text.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
 #include <string_view>
-#include <unistd.h>
 
 namespace kova_command {
 
@@ -28,7 +29,7 @@ std::string folded(std::string_view text) {
 
 } // namespace
 
-bool can_ask() { return ::isatty(STDIN_FILENO) == 1 && ::isatty(STDERR_FILENO) == 1; }
+bool can_ask() { return platform::is_terminal(stdin) && platform::is_terminal(stderr); }
 
 std::optional<std::int32_t> button_of(const std::string &answer, const kova_host::Dialog &dialog) {
     const std::string word = folded(answer);

@@ -35,8 +35,4 @@ class StandardOutputCapture {
     int saved_ = -1;
 };
 
-/// Opens the standard streams that the process was started without, so that no other file takes
-/// their place. What is written to one of these fails.
-void open_missing_standard_streams();
-
 } // namespace kova_command

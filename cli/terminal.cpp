@@ -1,10 +1,10 @@
 #include "cli/terminal.h"
 
+#include "cli/platform.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace kova_command {
 
@@ -15,12 +15,11 @@ std::string_view environment(const char *name) {
     return value == nullptr ? std::string_view() : value;
 }
 
-std::size_t terminal_width(int handle) {
+std::size_t terminal_width(std::FILE *stream) {
     constexpr std::size_t smallest = 20;
     constexpr std::size_t usual = 80;
-    winsize size{};
-    if (::ioctl(handle, TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
-        return std::max<std::size_t>(smallest, size.ws_col);
+    if (const auto columns = platform::terminal_columns(stream))
+        return std::max(smallest, *columns);
     const std::string_view columns = environment("COLUMNS");
     std::size_t width = 0;
     const auto [end, error] =
@@ -57,13 +56,12 @@ void write(std::FILE *stream, std::string_view text) {
 
 Screen screen_of(std::FILE *stream) {
     Screen screen;
-    const int handle = ::fileno(stream);
-    screen.is_terminal = handle >= 0 && ::isatty(handle) == 1;
+    screen.is_terminal = platform::is_terminal(stream);
     if (!screen.is_terminal)
         return screen;
-    screen.overwrites = environment("TERM") != "dumb";
+    screen.overwrites = environment("TERM") != "dumb" && platform::obeys_escapes(stream);
     screen.colour = screen.overwrites && environment("NO_COLOR").empty();
-    screen.width = terminal_width(handle);
+    screen.width = terminal_width(stream);
     return screen;
 }
 

@@ -215,9 +215,21 @@ std::string_view without_cut_character(std::string_view bytes) {
     return bytes;
 }
 
-std::string uri_of_path(std::string_view path) {
-    std::string uri = !path.empty() && path.front() == '/' ? "file://" : "";
-    for (const char character : path) {
+std::string uri_of_path(std::string_view path, PathStyle style) {
+    std::string rest(path);
+    std::string uri;
+    if (style == PathStyle::windows) {
+        std::replace(rest.begin(), rest.end(), '\\', '/');
+        if (rest.starts_with("//")) { // the name of a server follows
+            uri = "file:";
+        } else if (rest.size() > 2 && rest[1] == ':' && rest[2] == '/') {
+            uri = "file:///" + rest.substr(0, 2);
+            rest.erase(0, 2);
+        }
+    } else if (rest.starts_with('/')) {
+        uri = "file://";
+    }
+    for (const char character : rest) {
         if (is_unreserved(character)) {
             uri += character;
             continue;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,9 +37,14 @@ struct Glyph {
 /// `bytes` without an incomplete UTF-8 character at its end, as a cut leaves one.
 [[nodiscard]] std::string_view without_cut_character(std::string_view bytes);
 
+/// How paths are written: on Windows with drives, and backslashes between folders.
+enum class PathStyle : std::uint8_t { posix, windows };
+inline constexpr PathStyle native_path_style =
+    std::filesystem::path::preferred_separator == '\\' ? PathStyle::windows : PathStyle::posix;
+
 /// A path as the reference in a URI: bytes other than letters, digits, `-._~` and `/` are
 /// percent-encoded; an absolute path becomes a `file` URI.
-[[nodiscard]] std::string uri_of_path(std::string_view path);
+[[nodiscard]] std::string uri_of_path(std::string_view path, PathStyle style = native_path_style);
 
 /// "1 segment", "2 segments".
 [[nodiscard]] std::string counted(std::int64_t count, std::string_view singular,

@@ -1,6 +1,8 @@
 #include "cli/utility_library.h"
 
-#include <dlfcn.h>
+#include "cli/platform.h"
+
+#include <exception>
 #include <string>
 
 namespace kova_command {
@@ -9,25 +11,28 @@ namespace {
 
 constexpr const char *library_name = KOVA_UTILITY_LIBRARY;
 
-std::string loader_error() {
-    const char *const message = dlerror();
-    return message == nullptr ? "unknown error of the loader" : message;
+platform::LoadedLibrary load() {
+    try {
+        return platform::LoadedLibrary(library_name);
+    } catch (const std::exception &error) {
+        throw BrokenInstallation(std::string("the import library cannot be loaded: ") +
+                                 error.what());
+    }
 }
 
-void *find(void *library, const char *name) {
-    void *const address = dlsym(library, name);
-    if (address == nullptr)
+void *find(const platform::LoadedLibrary &library, const char *name) {
+    try {
+        return library.find(name);
+    } catch (const std::exception &error) {
         throw BrokenInstallation(std::string(library_name) + " has no " + name + ": " +
-                                 loader_error());
-    return address;
+                                 error.what());
+    }
 }
 
 } // namespace
 
 UtilityLibrary::UtilityLibrary() {
-    void *const library = dlopen(library_name, RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr)
-        throw BrokenInstallation("the import library cannot be loaded: " + loader_error());
+    const platform::LoadedLibrary library = load();
     import_ = reinterpret_cast<void (*)()>(find(library, "importexport"));
     data_ = static_cast<import_export_data *>(find(library, "IMPORT_EXPORT"));
     if (data_->layout != IMPORT_EXPORT_LAYOUT)

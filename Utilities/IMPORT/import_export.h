@@ -5,6 +5,11 @@
  * the entry points `host_call_0` .. `host_call_5`, which the host supplies. The data block
  * `IMPORT_EXPORT` below is the live state of the utility.
  *
+ * The host names the import file in the 512 bytes of the command GFILENAME. On Linux they are the
+ * path's bytes. On Windows they are taken as UTF-8 where they are valid UTF-8, else as text in the
+ * active code page; the file is opened through the wide-character functions, and other programs may
+ * go on to read, write or rename it.
+ *
  * All calls must come from one thread. No exception leaves any of these functions. */
 #ifndef KOVA_IMPORT_EXPORT_H
 #define KOVA_IMPORT_EXPORT_H
@@ -72,7 +77,7 @@ typedef struct import_export_notice {
     size_t line_text_length;  /* bytes of it */
     int64_t line_text_column; /* byte column in the line at which line_text starts */
     int64_t number;     /* which one: the segment, system, field, function, parameter or constant */
-    const char *path;   /* the file, as it was opened */
+    const char *path;   /* the file, in the bytes that the host gave */
     const char *name;   /* what the number is called: a time function, parameter or constant */
     size_t name_length; /* bytes of it */
 } import_export_notice;

@@ -10,8 +10,10 @@
 #include "legacy/sections.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <new>
 
 namespace kova_import {
 
@@ -83,21 +85,31 @@ constexpr Family current_family = {
 
 constexpr std::array families = {legacy_family, current_family};
 
-/// The one instance of the module's state. The buffers, all zero at first, take no room in the file
-/// of the library.
+/// All zero at first, so that they take no room in the file of the library.
 constinit SendBuffers send_buffers;
-constinit ImportModule import_module{IMPORT_EXPORT, send_buffers};
+
+alignas(ImportModule) constinit std::array<std::byte, sizeof(ImportModule)> module_memory{};
+constinit ImportModule *made_module = nullptr;
+
+/// The one instance of the module's state. It is made by the first call and not while the library
+/// is loaded, where hardly anything is allowed, and between imports it holds neither memory nor a
+/// file, so that unloading the library has nothing to do either.
+ImportModule &import_module() {
+    if (made_module == nullptr)
+        made_module = ::new (module_memory.data()) ImportModule(IMPORT_EXPORT, send_buffers);
+    return *made_module;
+}
 
 } // namespace
 
-void run_import_of_file() noexcept { run_import(import_module, families); }
+void run_import_of_file() noexcept { run_import(import_module(), families); }
 
 void run_legacy_section(SectionNumber which) noexcept {
-    run_exported_section(import_module, legacy_family, which);
+    run_exported_section(import_module(), legacy_family, which);
 }
 
 void run_current_section(SectionNumber which) noexcept {
-    run_exported_section(import_module, current_family, which);
+    run_exported_section(import_module(), current_family, which);
 }
 
 void show(void (*send_page)()) noexcept {

@@ -5,15 +5,16 @@
  * change, and sees whether the import does. */
 #define _POSIX_C_SOURCE 200809L
 #include "import_export.h"
+#include "loading.h"
 
-#include <dlfcn.h>
 #include <fenv.h>
 #include <locale.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <unistd.h>
 
+/* Windows binds a library's inner calls when it is linked. */
+#if !defined(_WIN32)
 #define TRAP(name)                                                                                 \
     __attribute__((visibility("default"))) void name(void) {                                       \
         fputs("captured: " #name "\n", stderr);                                                    \
@@ -44,6 +45,7 @@ TRAP(timefunctions_v2)
 TRAP(seg_parameters_v2)
 TRAP(constants_v2)
 TRAP(initial_conditions_v2)
+#endif
 
 static void count_notice(void *context, const import_export_notice *notice) {
     if (notice->size >= sizeof *notice)
@@ -55,14 +57,13 @@ int main(int argument_count, char **arguments) {
         return 2;
     const int times = argument_count > 2 ? atoi(arguments[2]) : 1;
     for (int i = 0; i < times; ++i) {
-        void *library = dlopen(arguments[1], RTLD_NOW | RTLD_GLOBAL);
+        library_handle library = load(arguments[1]);
         if (library == NULL) {
-            fprintf(stderr, "%s\n", dlerror());
+            print_load_error();
             return 3;
         }
-        void (*import)(void) = NULL;
-        *(void **)&import = dlsym(library, "importexport");
-        import_export_data *data = dlsym(library, "IMPORT_EXPORT");
+        void (*import)(void) = find_function(library, "importexport");
+        import_export_data *data = find_data(library, "IMPORT_EXPORT");
         if (import == NULL || data == NULL || data->layout != IMPORT_EXPORT_LAYOUT)
             return 4;
         if (data->report_tables != 0 || data->notice != NULL || data->index_segment_names != 1)
@@ -73,14 +74,15 @@ int main(int argument_count, char **arguments) {
         data->notice_context = &notices;
         char before[4096];
         char after[4096];
-        if (getcwd(before, sizeof before) == NULL)
+        if (current_folder(before, sizeof before) == NULL)
             return 6;
         const char *locale_wanted = getenv("PLAIN_HOST_LOCALE");
         const char *locale_found = setlocale(LC_ALL, "");
         if (locale_wanted != NULL &&
             (locale_found == NULL || strcmp(locale_found, locale_wanted) != 0))
             return 12;
-        char *locale = strdup(setlocale(LC_ALL, NULL));
+        char locale[4096];
+        snprintf(locale, sizeof locale, "%s", setlocale(LC_ALL, NULL));
         fesetround(FE_DOWNWARD);
         import();
         import();
@@ -89,12 +91,11 @@ int main(int argument_count, char **arguments) {
         fesetround(FE_TONEAREST);
         if (strcmp(setlocale(LC_ALL, NULL), locale) != 0)
             return 8;
-        free(locale);
-        if (getcwd(after, sizeof after) == NULL || strcmp(before, after) != 0)
+        if (current_folder(after, sizeof after) == NULL || strcmp(before, after) != 0)
             return 9;
         if (notices == 0 || data->notice != count_notice)
             return 10;
-        if (dlclose(library) != 0)
+        if (!unload(library))
             return 11;
     }
     return 0;

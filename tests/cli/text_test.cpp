@@ -69,6 +69,15 @@ TEST(Text, MakesUrisOfPaths) {
     EXPECT_EQ(uri_of_path("a:b\xFF"), "a%3Ab%FF"); // no scheme, no lost byte
 }
 
+TEST(Text, MakesUrisOfPathsOfWindows) {
+    const auto uri = [](std::string_view path) { return uri_of_path(path, PathStyle::windows); };
+    EXPECT_EQ(uri("C:\\a b\\c.inp"), "file:///C:/a%20b/c.inp");
+    EXPECT_EQ(uri("c:/a/\xC3\xA9.inp"), "file:///c:/a/%C3%A9.inp");
+    EXPECT_EQ(uri("\\\\server\\share\\c.inp"), "file://server/share/c.inp");
+    EXPECT_EQ(uri("..\\c.inp"), "../c.inp");
+    EXPECT_EQ(uri("C:c.inp"), "C%3Ac.inp"); // at the current directory of the drive
+}
+
 TEST(Suggestions, FindTheWordThatWasMeant) {
     const std::vector<std::string> known = {"--scope", "--json", "--quiet", "--index-names"};
     EXPECT_EQ(nearest("--scop", known), "--scope");

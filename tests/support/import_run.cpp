@@ -1,55 +1,19 @@
 #include "tests/support/import_run.h"
 
+#include "cli/standard_output_capture.h"
 #include "control/host_commands.h"
 #include "tests/support/model_text.h"
 #include "tests/support/temporary_file.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace kova_test {
 
 namespace {
-
-/// Sends the process's standard output to a file while it lives.
-class ConsoleCapture {
-  public:
-    explicit ConsoleCapture(const std::filesystem::path &target) : target_(target) {
-        std::fflush(stdout);
-        saved_ = dup(STDOUT_FILENO);
-        std::FILE *file = std::fopen(target.c_str(), "wb");
-        if (file == nullptr || saved_ < 0)
-            throw std::runtime_error("cannot capture the console");
-        dup2(fileno(file), STDOUT_FILENO);
-        std::fclose(file);
-    }
-    ConsoleCapture(const ConsoleCapture &) = delete;
-    ConsoleCapture &operator=(const ConsoleCapture &) = delete;
-    ~ConsoleCapture() { restore(); }
-
-    std::string finish() {
-        restore();
-        return read_file(target_);
-    }
-
-  private:
-    void restore() {
-        if (saved_ < 0)
-            return;
-        std::fflush(stdout);
-        dup2(saved_, STDOUT_FILENO);
-        close(saved_);
-        saved_ = -1;
-    }
-
-    std::filesystem::path target_;
-    int saved_ = -1;
-};
 
 /// Goes into a folder and back.
 class FolderVisit {
@@ -75,8 +39,7 @@ bool starts_with_keyword(std::string_view line, std::string_view keyword) {
            line.substr(2 + keyword.size()).starts_with("[");
 }
 
-ImportRun run_with_host(const std::function<void()> &routine, const ImportSettings &settings,
-                        const std::filesystem::path &console_file) {
+ImportRun run_with_host(const std::function<void()> &routine, const ImportSettings &settings) {
     kova_host::DialogSettings answers;
     answers.scope = settings.transport_only ? kova_host::first_button : kova_host::second_button;
     answers.index_segment_names =
@@ -96,12 +59,13 @@ ImportRun run_with_host(const std::function<void()> &routine, const ImportSettin
     ImportRun run;
     IMPORT_EXPORT.notice = settings.want_notices ? collect : nullptr;
     IMPORT_EXPORT.notice_context = &run.notices;
-    ConsoleCapture console(console_file);
+    using Capture = kova_command::StandardOutputCapture;
+    Capture console(Capture::What::keep);
     {
         const kova_host::Connection connection = host.connect();
         routine();
     }
-    run.console = lines_of(console.finish());
+    run.console = console.finish();
     IMPORT_EXPORT.notice = nullptr;
     IMPORT_EXPORT.notice_context = nullptr;
     host.flush_log();
@@ -176,7 +140,7 @@ ImportRun import_text(std::string_view text, const ImportSettings &settings) {
     const TemporaryFolder folder;
     folder.write("model.inp", text);
     const FolderVisit visit(folder.path());
-    return run_with_host([] { importexport(); }, settings, folder.path() / "console.txt");
+    return run_with_host([] { importexport(); }, settings);
 }
 
 void clear_send_buffers() {
@@ -201,8 +165,7 @@ void clear_send_buffers() {
 }
 
 ImportRun run_routine(const std::function<void()> &routine, const ImportSettings &settings) {
-    const TemporaryFolder folder;
-    return run_with_host(routine, settings, folder.path() / "console.txt");
+    return run_with_host(routine, settings);
 }
 
 std::vector<std::string> lines_of(std::string_view text) {

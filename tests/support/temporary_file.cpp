@@ -1,17 +1,18 @@
 #include "tests/support/temporary_file.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
+#include <system_error>
 
 namespace kova_test {
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "kova-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr)
-        throw std::runtime_error("no temporary folder");
-    path_ = name;
+    std::random_device number;
+    do
+        path_ = std::filesystem::temp_directory_path() / ("kova-test-" + std::to_string(number()));
+    while (!std::filesystem::create_directory(path_));
 }
 
 TemporaryFolder::~TemporaryFolder() {

@@ -36,6 +36,8 @@ int open_for_reading(const char *path, int more_flags) {
     }
 }
 
+int descriptor_of(std::intptr_t handle) { return static_cast<int>(handle); }
+
 } // namespace
 
 const char *InputFile::open(std::string_view path) {
@@ -69,13 +71,13 @@ const char *InputFile::open(std::string_view path) {
 
 void InputFile::close() {
     if (is_open())
-        ::close(handle_);
+        ::close(descriptor_of(handle_));
     handle_ = closed;
 }
 
 std::optional<std::size_t> InputFile::read(char *target, std::size_t size) {
     for (;;) {
-        const ssize_t count = ::read(handle_, target, size);
+        const ssize_t count = ::read(descriptor_of(handle_), target, size);
         if (count >= 0)
             return static_cast<std::size_t>(count);
         if (errno != EINTR)
@@ -84,7 +86,8 @@ std::optional<std::size_t> InputFile::read(char *target, std::size_t size) {
 }
 
 bool InputFile::seek(std::int64_t offset) {
-    return ::lseek(handle_, static_cast<off_t>(offset), SEEK_SET) == static_cast<off_t>(offset);
+    const auto place = static_cast<off_t>(offset);
+    return ::lseek(descriptor_of(handle_), place, SEEK_SET) == place;
 }
 
 } // namespace kova_import

@@ -16,8 +16,9 @@ class InputFile {
     InputFile &operator=(const InputFile &) = delete;
     ~InputFile() { close(); }
 
-    /// Opens the file at `path` (bytes without a NUL). Folders, pipes and devices are refused,
-    /// without waiting for their other end. Returns null, or why it cannot be opened.
+    /// Opens the file at `path` (bytes without a NUL; on Windows UTF-8 where they are that, else
+    /// text in the active code page). Folders, pipes and devices are refused, without waiting for
+    /// their other end. Returns null, or why it cannot be opened.
     [[nodiscard]] const char *open(std::string_view path);
     void close();
     [[nodiscard]] bool is_open() const { return handle_ != closed; }
@@ -30,8 +31,8 @@ class InputFile {
     [[nodiscard]] bool seek(std::int64_t offset);
 
   private:
-    static constexpr int closed = -1;
-    int handle_ = closed;
+    static constexpr std::intptr_t closed = -1;
+    std::intptr_t handle_ = closed; ///< as the system numbers its files
 };
 
 } // namespace kova_import
