@@ -157,9 +157,8 @@ std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices) {
     std::vector<NoticeGroup> groups;
     std::map<std::tuple<std::int32_t, std::int32_t, std::string_view>, std::size_t> rows;
     for (const Notice &notice : notices) {
-        const bool is_skipped = notice.kind == IMPORT_EXPORT_SECTION_SKIPPED;
-        const auto [row, is_new] = rows.try_emplace(
-            {notice.kind, is_skipped ? 0 : notice.section, notice.reason}, groups.size());
+        const auto [row, is_new] =
+            rows.try_emplace({notice.kind, notice.section, notice.reason}, groups.size());
         if (is_new)
             groups.emplace_back();
         groups[row->second].push_back(&notice);
@@ -204,18 +203,6 @@ std::string heading_of(const Notice &notice) {
         if (!part.empty())
             heading += printable(part, Origin::utility) + ": ";
     return heading + message_of(notice);
-}
-
-std::string heading_of(const NoticeGroup &group) {
-    if (group.front()->kind != IMPORT_EXPORT_SECTION_SKIPPED)
-        return heading_of(*group.front());
-    std::vector<std::string> names;
-    names.reserve(group.size());
-    for (const Notice *notice : group)
-        names.push_back(printable(notice->section_name, Origin::utility));
-    return counted(static_cast<std::int64_t>(names.size()), "section", "sections") +
-           (names.size() == 1 ? " is" : " are") +
-           " not imported by this version of the library: " + enumerated(names);
 }
 
 std::string finding_of(const Notice &notice) {
@@ -265,11 +252,6 @@ std::optional<MarkedLine> excerpt_of(const Notice &notice, std::size_t cells) {
 std::string diagnostics_text(const ImportOutcome &outcome, const DiagnosticStyle &style) {
     std::string text;
     for (const NoticeGroup &group : group_notices(outcome.notices)) {
-        if (group.front()->kind == IMPORT_EXPORT_SECTION_SKIPPED) {
-            text += first_line(outcome.path, *group.front(), heading_of(group), style) +
-                    details_of(*group.front(), style);
-            continue;
-        }
         const std::size_t shown = style.ungrouped ? group.size() : 1;
         for (std::size_t i = 0; i < shown; ++i)
             text += first_line(outcome.path, *group[i], heading_of(*group[i]), style) +

@@ -24,7 +24,6 @@ struct DiagnosticStyle {
 using NoticeGroup = std::vector<const Notice *>;
 
 /// Groups notices of the same kind, section and reason, in the order of the first of each group.
-/// Sections that the library does not import make one group.
 [[nodiscard]] std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices);
 
 /// The number that a notice is about and what it is called: `10, "Wind Speed"`, or one of the two.
@@ -37,10 +36,6 @@ using NoticeGroup = std::vector<const Notice *>;
 /// What a notice says, without its place: `segments: segment geometry: cannot read "bottom
 /// segment"`.
 [[nodiscard]] std::string heading_of(const Notice &notice);
-
-/// What a group of notices says: that of the first, or the names of the sections that are not
-/// imported.
-[[nodiscard]] std::string heading_of(const NoticeGroup &group);
 
 /// What stood there and what was expected; empty when the notice says nothing about it.
 [[nodiscard]] std::string finding_of(const Notice &notice);

@@ -10,10 +10,8 @@ void add_notice(ImportOutcome &outcome, Notice notice) {
     ++outcome.notice_counts[row];
     if (notice.section >= 1 && notice.section <= static_cast<std::int32_t>(section_count))
         ++outcome.section_notice_counts[static_cast<std::size_t>(notice.section - 1)][row];
-    // What says how the import went is kept whatever stands before it; there is little of it.
-    const bool says_how_it_went =
-        notice.level() == Level::error || notice.kind == IMPORT_EXPORT_SECTION_SKIPPED;
-    if (outcome.notices.size() < most_notices || says_how_it_went)
+    // An error is kept whatever stands before it; there are few of them.
+    if (outcome.notices.size() < most_notices || notice.level() == Level::error)
         outcome.notices.push_back(std::move(notice));
 }
 
@@ -42,8 +40,6 @@ std::string_view id_of(Verdict verdict) {
     switch (verdict) {
     case Verdict::imported:
         return "imported";
-    case Verdict::incomplete:
-        return "incomplete";
     case Verdict::stopped:
         return "stopped";
     case Verdict::not_opened:
@@ -62,8 +58,6 @@ std::string_view id_of(SectionStatus status) {
         return "imported";
     case SectionStatus::left_out:
         return "left_out";
-    case SectionStatus::skipped:
-        return "skipped";
     case SectionStatus::failed:
         return "failed";
     case SectionStatus::not_reached:
@@ -76,8 +70,6 @@ int exit_status_of(Verdict verdict) {
     switch (verdict) {
     case Verdict::imported:
         return exit_status::success;
-    case Verdict::incomplete:
-        return exit_status::incomplete;
     case Verdict::stopped:
         return exit_status::stopped;
     case Verdict::not_opened:

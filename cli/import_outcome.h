@@ -19,11 +19,10 @@ namespace kova_command {
 
 /// How an import ended.
 enum class Verdict : std::uint8_t {
-    imported,   ///< to the end of the file
-    incomplete, ///< to the end, but some sections are not imported by this version of the library
-    stopped,    ///< at a read error or for want of memory
-    not_opened, ///< the file cannot be opened
-    cancelled,  ///< a question got no answer
+    imported,       ///< to the end of the file
+    stopped,        ///< at a read error or for want of memory
+    not_opened,     ///< the file cannot be opened
+    cancelled,      ///< a question got no answer
     internal_error, ///< the library or the host broke a rule
 };
 
@@ -33,7 +32,6 @@ inline constexpr int success = 0;
 inline constexpr int stopped = 1; ///< check: a file would not come across whole
 inline constexpr int wrong_use = 2;
 inline constexpr int not_opened = 3;
-inline constexpr int incomplete = 4;
 inline constexpr int internal_error = 70; ///< also an installation that is broken
 inline constexpr int output_failed = 74;  ///< the results cannot be written
 } // namespace exit_status
@@ -41,7 +39,6 @@ inline constexpr int output_failed = 74;  ///< the results cannot be written
 enum class SectionStatus : std::uint8_t {
     imported,
     left_out,    ///< read, but only the network and transport were asked for
-    skipped,     ///< this version of the library does not import it
     failed,      ///< the import stopped here
     not_reached, ///< the import stopped before
 };
@@ -98,7 +95,7 @@ void add_notice(ImportOutcome &outcome, Notice notice);
 [[nodiscard]] int exit_status_of(Verdict verdict);
 
 /// Whether everything that the file says reaches the model. Data that are converted, get a default
-/// or a placeholder do; data that are cut, skipped or have no counterpart do not.
+/// or a placeholder do; data that are cut, replaced or have no counterpart do not.
 [[nodiscard]] bool is_whole(const ImportOutcome &outcome);
 
 /// "eutrophication", "toxicant" or "unknown kind".

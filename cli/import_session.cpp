@@ -97,12 +97,9 @@ std::int32_t preset_answer(const kova_host::DialogSettings &settings, const std:
 
 SectionStatus status_of(const ImportOutcome &outcome, std::size_t section, std::size_t reached) {
     for (const Notice &notice : outcome.notices) {
-        if (notice.section != static_cast<std::int32_t>(section + 1))
-            continue;
-        if (notice.level() == Level::error)
+        if (notice.section == static_cast<std::int32_t>(section + 1) &&
+            notice.level() == Level::error)
             return SectionStatus::failed;
-        if (notice.kind == IMPORT_EXPORT_SECTION_SKIPPED)
-            return SectionStatus::skipped;
     }
     const bool stopped_before =
         std::any_of(outcome.sections.begin(), outcome.sections.end(),
@@ -163,10 +160,7 @@ Verdict verdict_of(const ImportOutcome &outcome, bool cancelled) {
         return Verdict::internal_error;
     if (kind_count(outcome, IMPORT_EXPORT_OPEN_FAILED) > 0)
         return Verdict::not_opened;
-    if (notice_count(outcome, Level::error) > 0)
-        return Verdict::stopped;
-    return kind_count(outcome, IMPORT_EXPORT_SECTION_SKIPPED) > 0 ? Verdict::incomplete
-                                                                  : Verdict::imported;
+    return notice_count(outcome, Level::error) > 0 ? Verdict::stopped : Verdict::imported;
 }
 
 } // namespace

@@ -34,7 +34,7 @@ struct NoticeKind {
     std::string_view plural;   ///< "texts cut"
 };
 
-inline constexpr std::size_t notice_kind_count = 14;
+inline constexpr std::size_t notice_kind_count = 13;
 /// All kinds; the last stands for those of a later library that this command does not know.
 [[nodiscard]] const std::array<NoticeKind, notice_kind_count> &notice_kinds();
 

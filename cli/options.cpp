@@ -32,7 +32,6 @@ Exit status of an import:
   1   stopped at a read error, also one in the header, or for want of memory
   2   wrong use
   3   the file cannot be opened
-  4   some sections of the file are not imported by this version of the library
 Exit status of a check:
   0   every file would come across whole; converted data and defaults are reported only
   1   at least one file would not

@@ -65,7 +65,7 @@ std::string article_start(const ImportOutcome &outcome, const NoticeGroup &group
     const Notice &notice = *group.front();
     std::string html =
         element("div class=\"heading\"",
-                badge_of(notice.level()) + element("h3", html_of(heading_of(group))));
+                badge_of(notice.level()) + element("h3", html_of(heading_of(*group.front()))));
     if (const std::string place = place_of(notice); !place.empty())
         html += element("p class=\"place\"", html_of_bytes(outcome.path) + ", " + html_of(place));
     html += excerpt_html(notice);
@@ -145,7 +145,7 @@ std::string notices_html(const ImportOutcome &outcome) {
             }
             const std::size_t repeats = std::min(group.size() - 1, --room);
             std::string article = article_start(outcome, group);
-            if (group.size() > 1 && group.front()->kind != IMPORT_EXPORT_SECTION_SKIPPED)
+            if (group.size() > 1)
                 article += repeats_html(group, repeats);
             room -= repeats;
             left_out += static_cast<std::int64_t>(group.size() - 1 - repeats);

@@ -34,9 +34,7 @@ constexpr Mark quiet_mark = {"quiet", "\u2013"};
 Mark mark_of(const ImportOutcome &outcome) {
     if (is_whole(outcome))
         return good_mark;
-    const bool goes_on =
-        outcome.verdict == Verdict::imported || outcome.verdict == Verdict::incomplete;
-    return goes_on ? warning_mark : error_mark;
+    return outcome.verdict == Verdict::imported ? warning_mark : error_mark;
 }
 
 std::string_view explanation_of(const ImportOutcome &outcome) {
@@ -48,9 +46,6 @@ std::string_view explanation_of(const ImportOutcome &outcome) {
         return notice_count(outcome) == 0
                    ? "Everything that was asked for reached the model as the file has it."
                    : "Everything that was asked for reached the model, some of it changed.";
-    case Verdict::incomplete:
-        return "The import came to the end of the file, but this version does not import all of "
-               "its sections.";
     case Verdict::stopped:
         return "The import stopped at an error. Nothing behind it reached the model.";
     case Verdict::not_opened:
@@ -132,8 +127,6 @@ std::string badge_of(const SectionOutcome &section) {
         return badge(good_mark, "Imported");
     case SectionStatus::left_out:
         return badge(quiet_mark, "Left out");
-    case SectionStatus::skipped:
-        return badge(warning_mark, "Not imported");
     case SectionStatus::failed:
         return badge(error_mark, "Stopped");
     case SectionStatus::not_reached:

@@ -230,7 +230,12 @@ std::vector<Fact> initial_conditions(const Model &model, const NoticeCounts &not
     return with_remarks(
         {{systems, "system", "systems"},
          {sum(model.systems, concentrations_of), "concentration", "concentrations"}},
-        notices, {systems_dropped});
+        notices,
+        {{IMPORT_EXPORT_REPLACED, "concentration replaced by a later one",
+          "concentrations replaced by later ones", "concentrations_replaced"},
+         systems_dropped,
+         {IMPORT_EXPORT_NOT_IMPORTED, "maximum concentration dropped",
+          "maximum concentrations dropped", "maximum_concentrations_dropped"}});
 }
 
 constexpr std::array<SectionDescription, section_count> descriptions = {{

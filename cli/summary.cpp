@@ -81,9 +81,7 @@ void append_fact(std::string &text, const Fact &fact) {
 Ink ink_of(const ImportOutcome &outcome) {
     if (is_whole(outcome))
         return Ink::help;
-    const bool goes_on =
-        outcome.verdict == Verdict::imported || outcome.verdict == Verdict::incomplete;
-    return goes_on ? Ink::warning : Ink::error;
+    return outcome.verdict == Verdict::imported ? Ink::warning : Ink::error;
 }
 
 } // namespace
@@ -123,8 +121,6 @@ std::string verdict_text(const ImportOutcome &outcome) {
         if (is_whole(outcome))
             return notice_count(outcome) == 0 ? "imported" : "imported, with changes";
         return "imported, with warnings";
-    case Verdict::incomplete:
-        return "imported in part";
     case Verdict::stopped:
         return "stopped before its end";
     case Verdict::not_opened:
@@ -143,8 +139,6 @@ std::string brought_text(const SectionOutcome &section) {
         break;
     case SectionStatus::left_out:
         return "left out as asked";
-    case SectionStatus::skipped:
-        return "not imported by this version";
     case SectionStatus::failed:
         return "stopped here; nothing more was imported";
     case SectionStatus::not_reached:

@@ -16,7 +16,7 @@ namespace kova_command {
 /// "2019-01-01 00:00:00", or nothing when there is no such time.
 [[nodiscard]] std::optional<std::string> start_text(const kova_host::ModelSettings &settings);
 
-/// "imported", "imported in part", ... for people.
+/// "imported", "imported, with warnings", ... for people.
 [[nodiscard]] std::string verdict_text(const ImportOutcome &outcome);
 
 /// What came across with a section, or why nothing did, without the remarks.

@@ -1,6 +1,7 @@
 #include "host/command_log.h"
 
 #include "host/number_format.h"
+#include "host/real_text.h"
 
 #include <algorithm>
 #include <bit>
@@ -15,9 +16,22 @@ using kova_import::send_buffer_size;
 
 namespace {
 
-constexpr std::size_t buffer_size = std::size_t{512} * 1024;
+constexpr std::size_t buffer_size = std::size_t{256} * 1024;
 constexpr std::size_t shortest_run = 8;
 constexpr std::string_view hexadecimal = "0123456789abcdef";
+/// More than a number takes with the few characters around it.
+constexpr std::size_t number_room = number_text_size + 32;
+
+/// Appends a text whose length is known when this is compiled.
+template <std::size_t n>
+char *append(char *end, const char (&text)[n]) {
+    std::memcpy(end, text, n - 1);
+    return end + n - 1;
+}
+
+char *append_real(char *end, float value) {
+    return is_plain_real(value) ? write_plain_real(end, value) : write_real(end, value);
+}
 
 /// Entry `index` of a send buffer, which a host may be handed at any address.
 float entry(const char *entries, std::size_t index) {
@@ -36,12 +50,15 @@ bool written_alike(float left, float right) {
 std::size_t run_end(const char *entries, std::size_t first) {
     constexpr std::size_t block = 64;
     constexpr std::size_t width = sizeof(float);
+    const float value = entry(entries, first);
     std::size_t end = first + 1;
+    // Most entries that differ from the one before differ from the next one, too.
+    if (end < send_buffer_size && !written_alike(entry(entries, end), value))
+        return end;
     // Equal blocks one entry apart hold one number; long runs are the rule here.
     while (end + block <= send_buffer_size &&
            std::memcmp(entries + end * width, entries + (end - 1) * width, block * width) == 0)
         end += block;
-    const float value = entry(entries, first);
     while (end < send_buffer_size && written_alike(entry(entries, end), value))
         ++end;
     return end;
@@ -59,19 +76,39 @@ void CommandLog::open(Sink sink) {
 }
 
 void CommandLog::write(const ReceivedCommand &command, std::int32_t announced) {
-    put_integer(static_cast<std::int64_t>(command.entry_point));
-    put(' ');
-    put_escaped(command.keyword);
-    put_count("[", command.keyword_length);
     if (command.command == nullptr) {
+        put_integer(static_cast<std::int64_t>(command.entry_point));
+        put(' ');
+        put_escaped(command.keyword);
+        put_count("[", command.keyword_length);
         put(" ?\n");
         return;
     }
+    // One check of the room for everything but texts and send buffers, which check for themselves.
+    constexpr std::size_t line_room = 256 + number_room * kova_import::maximum_argument_count;
+    char *end = room(line_room);
+    *end++ = static_cast<char>('0' + command.entry_point);
+    *end++ = ' ';
+    end = std::copy(command.keyword.begin(), command.keyword.end(), end);
+    *end++ = '[';
+    end = write_integer(end, static_cast<std::int64_t>(command.keyword_length));
+    *end++ = ']';
     for (std::size_t index = 0; index < command.entry_point; ++index) {
-        put(index == 0 ? " " : ", ");
-        put_argument(command, index, announced);
+        end = index == 0 ? append(end, " ") : append(end, ", ");
+        const ArgumentKind kind = command.command->arguments[index].kind;
+        const bool present = command.arguments[index] != nullptr;
+        if (kind == ArgumentKind::integer && present) {
+            end = write_small_integer(append(end, "int "), command.integer(index));
+        } else if (kind == ArgumentKind::real && present) {
+            end = append_real(append(end, "real "), command.real(index));
+        } else {
+            end_at(end);
+            put_argument(command, index, announced);
+            end = room(line_room);
+        }
     }
-    put('\n');
+    *end++ = '\n';
+    end_at(end);
 }
 
 void CommandLog::flush() {
@@ -80,40 +117,35 @@ void CommandLog::flush() {
         sink_({buffer_.get(), size});
 }
 
-void CommandLog::reserve(std::size_t size) {
+char *CommandLog::room(std::size_t size) {
     if (buffer_size - size_ < size)
         flush();
+    return buffer_.get() + size_;
 }
 
 void CommandLog::put(char character) {
-    reserve(1);
-    buffer_[size_++] = character;
+    *room(1) = character;
+    ++size_;
 }
 
 void CommandLog::put(std::string_view text) {
     while (!text.empty()) {
-        reserve(1);
+        char *const end = room(1);
         const std::size_t size = std::min(text.size(), buffer_size - size_);
-        std::copy_n(text.data(), size, buffer_.get() + size_);
+        std::copy_n(text.data(), size, end);
         size_ += size;
         text.remove_prefix(size);
     }
 }
 
 void CommandLog::put_integer(std::int64_t value) {
-    reserve(number_text_size);
-    size_ = static_cast<std::size_t>(write_integer(buffer_.get() + size_, value) - buffer_.get());
+    end_at(write_integer(room(number_room), value));
 }
 
 void CommandLog::put_count(std::string_view prefix, std::size_t count) {
     put(prefix);
     put_integer(static_cast<std::int64_t>(count));
     put(']');
-}
-
-void CommandLog::put_real(float value) {
-    reserve(number_text_size);
-    size_ = static_cast<std::size_t>(write_real(buffer_.get() + size_, value) - buffer_.get());
 }
 
 void CommandLog::put_escaped(std::string_view text) {
@@ -190,14 +222,10 @@ void CommandLog::put_argument(const ReceivedCommand &command, std::size_t index,
 
     if (missing) {
         put(kova_import::is_text(kind) || kind == ArgumentKind::send_buffer ? " ?" : "?");
-    } else if (kind == ArgumentKind::integer) {
-        put_integer(command.integer(index));
     } else if (kind == ArgumentKind::answer) {
         put_integer(command.answer_on_arrival);
         put(" -> ");
         put_integer(command.integer(index));
-    } else if (kind == ArgumentKind::real) {
-        put_real(command.real(index));
     } else if (kind == ArgumentKind::send_buffer) {
         put_send_buffer(command.arguments[index], announced);
     } else {
@@ -210,9 +238,15 @@ void CommandLog::put_send_buffer(const void *buffer, std::int32_t announced) {
     const auto *entries = static_cast<const char *>(buffer);
     const auto most = static_cast<std::int32_t>(send_buffer_size);
     const auto count = static_cast<std::size_t>(std::clamp(announced, 0, most));
-    for (std::size_t index = 0; index < count; ++index) {
-        put(' ');
-        put_real(entry(entries, index));
+    constexpr std::size_t at_once = 256;
+    for (std::size_t first = 0; first < count; first += at_once) {
+        char *end = room(at_once * number_room);
+        const std::size_t last = std::min(first + at_once, count);
+        for (std::size_t index = first; index < last; ++index) {
+            *end++ = ' ';
+            end = append_real(end, entry(entries, index));
+        }
+        end_at(end);
     }
     put(" |");
     put_runs(entries, count);
@@ -220,12 +254,16 @@ void CommandLog::put_send_buffer(const void *buffer, std::int32_t announced) {
 
 void CommandLog::put_runs(const char *entries, std::size_t first) {
     while (first < send_buffer_size) {
-        const std::size_t end = run_end(entries, first);
-        put(' ');
-        put_integer(static_cast<std::int64_t>(end - first));
-        put('*');
-        put_real(entry(entries, first));
-        first = end;
+        const std::size_t last = run_end(entries, first);
+        char *end = room(2 * number_room);
+        *end++ = ' ';
+        if (last - first == 1) // where a longer series has left its entries
+            *end++ = '1';
+        else
+            end = write_small_integer(end, static_cast<std::int32_t>(last - first));
+        *end++ = '*';
+        end_at(append_real(end, entry(entries, first)));
+        first = last;
     }
 }
 

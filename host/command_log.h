@@ -29,12 +29,15 @@ class CommandLog {
     void discard() { size_ = 0; }
 
   private:
-    void reserve(std::size_t size);
+    /// The place of the next byte, with room for `size` bytes behind it; `size` is far below the
+    /// buffer's. What is written there counts once `size_` says so.
+    char *room(std::size_t size);
+    void end_at(const char *end) { size_ = static_cast<std::size_t>(end - buffer_.get()); }
+
     void put(char character);
     void put(std::string_view text);
     void put_integer(std::int64_t value);
     void put_count(std::string_view prefix, std::size_t count);
-    void put_real(float value);
     void put_escaped(std::string_view text);
     void put_pieces(std::string_view text);
     void put_argument(const ReceivedCommand &command, std::size_t index, std::int32_t announced);

@@ -269,10 +269,7 @@ static_assert(rows_match_the_commands(), "every command has a handler, in the sa
 } // namespace
 
 Handler handler_of(const kova_import::HostCommand &command) {
-    const auto row = std::lower_bound(
-        rows.begin(), rows.end(), command.keyword,
-        [](const Row &left, std::string_view keyword) { return left.keyword < keyword; });
-    return row != rows.end() && row->keyword == command.keyword ? row->handler : nullptr;
+    return rows[static_cast<std::size_t>(&command - host_commands.data())].handler;
 }
 
 } // namespace kova_host

@@ -13,44 +13,57 @@ std::uint64_t key_of(std::int32_t first, std::int32_t second) {
            static_cast<std::uint32_t>(second);
 }
 
-/// The record of a key in a list in order of arrival; a new one is a copy of `pattern`. A row that
-/// was cut off its list is stale: it is found by `same`, which tells whether a record has the
-/// numbers of `pattern`.
-template <class Record, class Same>
-Record &keyed(std::unordered_map<std::uint64_t, std::size_t> &rows, std::vector<Record> &list,
-              std::uint64_t key, const Record &pattern, Same same) {
-    const auto [position, is_new] = rows.try_emplace(key, list.size());
-    if (is_new || position->second >= list.size() || !same(list[position->second])) {
-        position->second = list.size();
-        list.push_back(pattern);
-    }
-    return list[position->second];
-}
-
 } // namespace
 
 std::string ModelStore::take_problem() { return std::exchange(problem_, {}); }
 
+/// The record of a key in a list in order of arrival; a new one gets its numbers from `name`. A row
+/// that was cut off its list is stale: it is found by `same`, which tells whether a record has the
+/// numbers.
+template <class Record, class Same, class Name>
+Record &ModelStore::keyed(Rows &rows, std::vector<Record> &list, std::uint64_t key, Same same,
+                          Name name) {
+    if (rows.has_last && rows.last_key == key && rows.last_row < list.size() &&
+        same(list[rows.last_row]))
+        return list[rows.last_row];
+    const auto [position, is_new] = rows.all.try_emplace(key, list.size());
+    if (is_new || position->second >= list.size() || !same(list[position->second])) {
+        position->second = list.size();
+        name(list.emplace_back());
+    }
+    rows.last_key = key;
+    rows.last_row = position->second;
+    rows.has_last = true;
+    return list[position->second];
+}
+
 template <class Record>
 Record *ModelStore::numbered(std::vector<Record> &list, std::int32_t number,
                              std::string_view what) {
+    if (number >= 1 && static_cast<std::size_t>(number) <= list.size())
+        return &list[static_cast<std::size_t>(number) - 1];
+    return grown(list, number, what);
+}
+
+template <class Record>
+Record *ModelStore::grown(std::vector<Record> &list, std::int32_t number, std::string_view what) {
     if (number < 1) {
         problem_ = "the number of the " + std::string(what) + " is " + std::to_string(number) +
                    ", 1 or more was expected";
         return nullptr;
     }
     const auto size = static_cast<std::size_t>(number);
-    if (size > list.size()) {
-        const std::size_t gap = size - list.size() - 1;
-        if (gap > most_gaps - gaps_) {
-            problem_ = "the number of the " + std::string(what) + " is " + std::to_string(number) +
-                       ", a number near " + std::to_string(list.size()) + " was expected";
-            return nullptr;
-        }
-        list.resize(size);
-        gaps_ += gap;
+    const std::size_t gap = size - list.size() - 1;
+    if (gap == 0)
+        return &list.emplace_back();
+    if (gap > most_gaps - gaps_) {
+        problem_ = "the number of the " + std::string(what) + " is " + std::to_string(number) +
+                   ", a number near " + std::to_string(list.size()) + " was expected";
+        return nullptr;
     }
-    return &list[size - 1];
+    list.resize(size);
+    gaps_ += gap;
+    return &list.back();
 }
 
 Segment *ModelStore::segment(std::int32_t number) {
@@ -70,10 +83,10 @@ Load *ModelStore::load(std::int32_t system_number, std::int32_t segment_number) 
     System *parent = system(system_number);
     if (parent == nullptr)
         return nullptr;
-    Load pattern;
-    pattern.segment = segment_number;
-    return &keyed(load_rows_, parent->loads, key_of(system_number, segment_number), pattern,
-                  [&](const Load &load) { return load.segment == segment_number; });
+    return &keyed(
+        load_rows_, parent->loads, key_of(system_number, segment_number),
+        [&](const Load &load) { return load.segment == segment_number; },
+        [&](Load &load) { load.segment = segment_number; });
 }
 
 InitialCondition *ModelStore::initial_condition(std::int32_t system_number,
@@ -125,10 +138,10 @@ Breakpoint *ModelStore::exchange_breakpoint(std::int32_t field, std::int32_t fun
 }
 
 TimeFunction *ModelStore::time_function(std::int32_t number) {
-    TimeFunction pattern;
-    pattern.number = number;
-    return &keyed(time_function_rows_, model_.time_functions, key_of(0, number), pattern,
-                  [&](const TimeFunction &other) { return other.number == number; });
+    return &keyed(
+        time_function_rows_, model_.time_functions, key_of(0, number),
+        [&](const TimeFunction &function) { return function.number == number; },
+        [&](TimeFunction &function) { function.number = number; });
 }
 
 TimeFunctionSeries *ModelStore::time_function_series(std::int32_t function, std::int32_t number) {
@@ -142,13 +155,15 @@ Breakpoint *ModelStore::time_function_breakpoint(std::int32_t function, std::int
 }
 
 SegmentParameter *ModelStore::segment_parameter(std::int32_t number, std::int32_t class_index) {
-    SegmentParameter pattern;
-    pattern.number = number;
-    pattern.class_index = class_index;
-    return &keyed(segment_parameter_rows_, model_.segment_parameters, key_of(number, class_index),
-                  pattern, [&](const SegmentParameter &other) {
-                      return other.number == number && other.class_index == class_index;
-                  });
+    return &keyed(
+        segment_parameter_rows_, model_.segment_parameters, key_of(number, class_index),
+        [&](const SegmentParameter &parameter) {
+            return parameter.number == number && parameter.class_index == class_index;
+        },
+        [&](SegmentParameter &parameter) {
+            parameter.number = number;
+            parameter.class_index = class_index;
+        });
 }
 
 float *ModelStore::segment_parameter_value(std::int32_t segment_number, std::int32_t number,
@@ -157,12 +172,15 @@ float *ModelStore::segment_parameter_value(std::int32_t segment_number, std::int
 }
 
 Constant *ModelStore::constant(std::int32_t number, std::int32_t column) {
-    Constant pattern;
-    pattern.number = number;
-    pattern.column = column;
     return &keyed(
-        constant_rows_, model_.constants, key_of(number, column), pattern,
-        [&](const Constant &other) { return other.number == number && other.column == column; });
+        constant_rows_, model_.constants, key_of(number, column),
+        [&](const Constant &constant) {
+            return constant.number == number && constant.column == column;
+        },
+        [&](Constant &constant) {
+            constant.number = number;
+            constant.column = column;
+        });
 }
 
 } // namespace kova_host

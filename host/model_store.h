@@ -26,6 +26,7 @@ class ModelStore {
     static constexpr std::size_t most_gaps = 100'000;
 
     [[nodiscard]] const Model &model() const { return model_; }
+    [[nodiscard]] bool has_problem() const { return !problem_.empty(); }
     /// Why the last record was not found; empties it.
     std::string take_problem();
 
@@ -64,10 +65,21 @@ class ModelStore {
     Constant *constant(std::int32_t number, std::int32_t column);
 
   private:
-    using Rows = std::unordered_map<std::uint64_t, std::size_t>;
+    /// The rows of records by their key. Commands about one record mostly follow each other.
+    struct Rows {
+        std::unordered_map<std::uint64_t, std::size_t> all;
+        std::uint64_t last_key = 0;
+        std::size_t last_row = 0;
+        bool has_last = false;
+    };
 
     template <class Record>
     Record *numbered(std::vector<Record> &list, std::int32_t number, std::string_view what);
+    template <class Record>
+    Record *grown(std::vector<Record> &list, std::int32_t number, std::string_view what);
+    template <class Record, class Same, class Name>
+    static Record &keyed(Rows &rows, std::vector<Record> &list, std::uint64_t key, Same same,
+                         Name name);
 
     Model model_;
     Rows load_rows_;

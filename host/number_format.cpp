@@ -1,5 +1,7 @@
 #include "host/number_format.h"
 
+#include "host/real_text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -111,15 +113,18 @@ char *write_integer(char *first, std::int64_t value) {
 }
 
 char *write_real(char *first, float value) {
-    constexpr float first_with_ten_digits = 1e9F;
+    if (is_plain_real(value))
+        return write_plain_real(first, value);
+    if (value == 0) {
+        *first = '-';
+        first += std::signbit(value) ? 1 : 0;
+        *first = '0';
+        return first + 1;
+    }
     if (std::isnan(value)) {
         constexpr std::string_view text = "nan";
         return std::copy(text.begin(), text.end(), first);
     }
-    // A whole number of up to nine digits needs no exact decimal expansion; most numbers of a model
-    // are such.
-    if (std::fabs(value) < first_with_ten_digits && value == std::trunc(value) && value != 0.0F)
-        return write_integer(first, static_cast<std::int64_t>(value));
     constexpr int significant_digits = 9;
     return std::to_chars(first, first + number_text_size, value, std::chars_format::general,
                          significant_digits)

@@ -23,14 +23,18 @@ struct RawCall {
 
 /// A decoded command. It refers to the caller's memory and is valid during the call only.
 struct ReceivedCommand {
+    // Not by one sweep over the whole, as compilers clear an aggregate of this size: that takes
+    // longer than all the rest of decoding.
+    ReceivedCommand() noexcept : arguments(), lengths() {}
+
     std::uint64_t number = 0;       ///< 1 for the first command that the host receives
     std::size_t entry_point = 0;    ///< `host_call_<entry_point>`
     std::string_view keyword;       ///< without its NUL
     std::size_t keyword_length = 0; ///< as it arrived, the NUL included
     const kova_import::HostCommand *command = nullptr; ///< null when there is none for this call
     bool well_formed = true;                           ///< only such a command has an effect
-    std::array<void *, kova_import::maximum_argument_count> arguments{};
-    std::array<std::size_t, kova_import::maximum_argument_count> lengths{}; ///< of texts, else 0
+    std::array<void *, kova_import::maximum_argument_count> arguments;
+    std::array<std::size_t, kova_import::maximum_argument_count> lengths; ///< of texts, else 0
     std::int32_t answer_on_arrival = 0; ///< of an argument of the kind `answer`
 
     /// The integer argument `index` (from 0); 0 when the reference is null.

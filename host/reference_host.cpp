@@ -38,8 +38,8 @@ void guard(HostState &host, const ReceivedCommand &command, Action action) {
 
 void take_effect(HostState &host, const ReceivedCommand &command) {
     handler_of (*command.command)(host, command);
-    if (std::string problem = host.received.store.take_problem(); !problem.empty())
-        host.violate(command, std::move(problem));
+    if (host.received.store.has_problem())
+        host.violate(command, host.received.store.take_problem());
 }
 
 } // namespace

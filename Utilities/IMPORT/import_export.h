@@ -36,9 +36,8 @@ extern "C" {
 
 /* What a notice tells. */
 enum import_export_notice_kind {
-    IMPORT_EXPORT_READ_FAILED = 1,     /* a read failed; the import stops at its section */
-    IMPORT_EXPORT_OPEN_FAILED = 2,     /* the import file cannot be opened, now or again */
-    IMPORT_EXPORT_SECTION_SKIPPED = 3, /* this library does not import the section */
+    IMPORT_EXPORT_READ_FAILED = 1, /* a read failed; the import stops at its section */
+    IMPORT_EXPORT_OPEN_FAILED = 2, /* the import file cannot be opened, now or again */
     IMPORT_EXPORT_NOT_IMPORTED =
         4, /* a datum of the file has no counterpart in the current model */
     IMPORT_EXPORT_CONDITION_UNMET =

@@ -141,13 +141,18 @@ TEST(Diagnostics, SayTheSameOnlyOnce) {
     EXPECT_TRUE(heading_of(notice).ends_with("leaves the value out (\"function count\")"));
 }
 
-TEST(Diagnostics, NameAllSkippedSectionsAtOnce) {
-    ImportOutcome outcome = outcome_with(Verdict::incomplete);
-    for (const std::int32_t section : {3, 5, 11})
-        add_notice(outcome, notice_of(IMPORT_EXPORT_SECTION_SKIPPED, section, "Not yet."));
-    EXPECT_EQ(diagnostics_text(outcome, {}),
-              "river.inp: warning: 3 sections are not imported by this version of the library: "
-              "flow paths, exchanges and initial conditions\n");
+TEST(Diagnostics, KeepSectionsApart) {
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    for (const std::int32_t section : {3, 5})
+        add_notice(outcome, notice_of(IMPORT_EXPORT_CUT, section, "Too long."));
+    EXPECT_EQ(group_notices(outcome.notices).size(), 2U);
+}
+
+// The number of a kind that there was once stays free: a library that sends it is not understood.
+TEST(Diagnostics, KindThreeIsNoKindAnyMore) {
+    EXPECT_EQ(notice_kinds()[kind_row(3)].id, "other");
+    EXPECT_EQ(notice_kinds()[kind_row(IMPORT_EXPORT_NOT_IMPORTED)].number, 4);
+    EXPECT_EQ(notice_kinds()[kind_row(IMPORT_EXPORT_REPLACED)].number, 13);
 }
 
 TEST(Diagnostics, CountWhatIsNotKept) {

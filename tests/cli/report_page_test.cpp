@@ -16,8 +16,8 @@ bool has(const std::string &text, std::string_view part) {
 }
 
 TEST(Report, ShowsEveryVerdict) {
-    for (const Verdict verdict : {Verdict::imported, Verdict::incomplete, Verdict::stopped,
-                                  Verdict::not_opened, Verdict::internal_error}) {
+    for (const Verdict verdict :
+         {Verdict::imported, Verdict::stopped, Verdict::not_opened, Verdict::internal_error}) {
         const std::string page = report_page(outcome_with(verdict));
         EXPECT_TRUE(page.starts_with("<!DOCTYPE html>\n<html lang=\"en\">"));
         EXPECT_TRUE(has(page, "<dt>Exit status</dt><dd>" + std::to_string(exit_status_of(verdict)) +

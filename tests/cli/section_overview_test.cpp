@@ -148,7 +148,7 @@ TEST(SectionOverview, CountsNoticesThatAreNotKept) {
 std::string remarks_on_each_kind(std::int32_t section) {
     ImportOutcome outcome = outcome_with(Verdict::imported);
     for (const NoticeKind &kind : notice_kinds())
-        if (kind.level != Level::error && kind.number != IMPORT_EXPORT_SECTION_SKIPPED)
+        if (kind.level != Level::error)
             add_notice(outcome, notice_of(kind.number, section, "Because."));
     describe(outcome, {});
     return remarks_text(outcome.sections[static_cast<std::size_t>(section - 1)]);
@@ -180,9 +180,9 @@ TEST(SectionOverview, NothingToldOfASectionIsLeftOut) {
               "not simulated, 1 constant without a counterpart, 1 text cut, 1 constant converted, "
               "1 datum given a default, 1 other notice");
     EXPECT_EQ(remarks_on_each_kind(11),
-              "1 placeholder, 1 datum replaced by a later one, 1 system dropped, 1 datum without a "
-              "counterpart, 1 text cut, 1 datum converted, 1 datum given a default, 1 other "
-              "notice");
+              "1 placeholder, 1 concentration replaced by a later one, 1 system dropped, 1 maximum "
+              "concentration dropped, 1 text cut, 1 datum converted, 1 datum given a default, 1 "
+              "other notice");
 }
 
 TEST(SectionOverview, ChangesAreNoLosses) {

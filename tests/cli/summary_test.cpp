@@ -40,7 +40,6 @@ TEST(Summary, TellsWhatEachSectionBrought) {
     EXPECT_EQ(section_text({"x", SectionStatus::imported, {{0, "field", "fields"}, {0, "a", "b"}}}),
               "0 fields");
     EXPECT_EQ(section_text({"x", SectionStatus::imported, {}}), "");
-    EXPECT_EQ(section_text({"x", SectionStatus::skipped, {}}), "not imported by this version");
     EXPECT_EQ(section_text({"x", SectionStatus::left_out, {}}), "left out as asked");
     EXPECT_EQ(section_text({"x", SectionStatus::not_reached, {}}), "not reached");
 }
@@ -97,7 +96,6 @@ TEST(ExitStatus, TellsHowTheImportEnded) {
     EXPECT_EQ(exit_status_of(Verdict::stopped), 1);
     EXPECT_EQ(exit_status_of(Verdict::cancelled), 2);
     EXPECT_EQ(exit_status_of(Verdict::not_opened), 3);
-    EXPECT_EQ(exit_status_of(Verdict::incomplete), 4);
     EXPECT_EQ(exit_status_of(Verdict::internal_error), 70);
 }
 

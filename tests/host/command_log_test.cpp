@@ -163,6 +163,30 @@ TEST_F(CommandLogTest, SendsWholeAndCompletePiecesThroughItsBuffer) {
     EXPECT_TRUE(log() == expected);
 }
 
+// Numbers of every length, so that lines and buffers end in all places of the log's own buffer.
+TEST_F(CommandLogTest, WritesNumbersWhereverItsBufferEnds) {
+    std::string expected;
+    SendBuffer values(kova_import::send_buffer_size);
+    std::string entries = "real[170000] |";
+    for (std::size_t index = 0; index < values.size(); ++index) {
+        const float value = static_cast<float>(index + 1) / (index % 2 == 0 ? 8.0F : -64.0F);
+        values[index] = value;
+        std::array<char, 64> text{};
+        static_cast<void>(
+            std::snprintf(text.data(), text.size(), "%.9g", static_cast<double>(value)));
+        entries += std::string(" 1*") + text.data();
+        if (index % 4 == 0) {
+            send("PCONSTPARAM", 1, 2, 3, value);
+            expected += std::string("4 PCONSTPARAM[12] int 1, int 2, int 3, real ") + text.data();
+            expected += '\n';
+        }
+    }
+    send("PNBFP", 1, 1, 0);
+    send("PALLBOUNDFUNC", 1, 1, &values, &values);
+    expected += "3 PNBFP[6] int 1, int 1, int 0\n4 PALLBOUNDFUNC[14] int 1, int 1, ";
+    EXPECT_TRUE(log() == expected + entries + ", " + entries + '\n');
+}
+
 TEST_F(CommandLogTest, EndsWithAnEmptySink) {
     send("PPROGRESS", 1);
     host.log_to({});

@@ -213,6 +213,41 @@ TEST(CommandTableTest, EveryCommandHasAHandler) {
 
 struct SoundCommandTest : HostTest {};
 
+TEST_F(SoundCommandTest, KeywordsThatOnlyLookLikeOneAreNotKnown) {
+    std::vector<std::string> keywords = {"", "P", "PP", std::string(600, 'P')};
+    for (const auto &command : host_commands) {
+        const std::string keyword(command.keyword);
+        keywords.push_back(keyword + 'X');
+        keywords.push_back(keyword.substr(1));
+        for (std::size_t index = 0; index < keyword.size(); ++index) {
+            keywords.push_back(keyword);
+            keywords.back()[index] = '\xE9';
+            keywords.push_back(keyword.substr(0, index));
+        }
+    }
+    std::uint64_t unknown = 0;
+    for (const std::string &keyword : keywords) {
+        if (kova_import::find_host_command(keyword) != nullptr)
+            continue;
+        ++unknown;
+        send(keyword);
+        EXPECT_EQ(host.violation_count(), unknown) << keyword;
+    }
+    EXPECT_GT(unknown, 1000U);
+    EXPECT_EQ(host.violations().back().sentence, "the keyword is not known");
+}
+
+TEST_F(SoundCommandTest, NumbersTravelWithoutLengths) {
+    send("PVOLUME", 1, 2.5F);
+    EXPECT_EQ(host.violation_count(), 0U);
+    Text keyword = literal("PVOLUME");
+    std::int32_t segment = 1;
+    float volume = 3.5F;
+    call(2, keyword.bytes.data(), {&segment, &volume}, {keyword.bytes.size(), 0, 4});
+    EXPECT_EQ(violations(), "length 3, which belongs to no text, is 4, 0 was expected\n");
+    EXPECT_EQ(host.model().segments[0].volume, 2.5F);
+}
+
 TEST_F(SoundCommandTest, EveryCommandWithSoundArgumentsIsTaken) {
     SendBuffer buffer(kova_import::send_buffer_size);
     for (const auto &command : host_commands)

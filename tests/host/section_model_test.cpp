@@ -360,6 +360,43 @@ TEST_F(SectionModelTest, OnlyALoadOfNothingOnSegment1IsAPlaceholder) {
     EXPECT_FALSE(is_placeholder(3, 0));
 }
 
+TEST_F(SectionModelTest, CommandsAboutTwoRecordsMayTakeTurns) {
+    for (std::int32_t number = 1; number <= 3; ++number)
+        send_all({
+            {"PBRKTF", {7, 1, number, 1.0F, 10.0F}},
+            {"PBRKTF", {-7, 1, number, 2.0F, 20.0F}},
+            {"PCONSTPARAM", {number, 7, 1, 3.0F}},
+            {"PCONSTPARAM", {number, 1, 7, 4.0F}},
+            {"PCONSTVALUEBYISC", {7, 1, 5.0F}},
+            {"PCONSTVALUEBYISC", {1, 7, 6.0F}},
+            {"PNBWK", {1, 7, number}},
+            {"PNBWK", {2, 7, 10 * number}},
+        });
+    EXPECT_EQ(violations(), "");
+    ASSERT_EQ(model.time_functions.size(), 2U);
+    EXPECT_EQ(model.time_functions[1].number, -7);
+    EXPECT_EQ(model.time_functions[0].series.at(0).breakpoints.at(2).value, 10.0F);
+    EXPECT_EQ(model.time_functions[1].series.at(0).breakpoints.at(2).value, 20.0F);
+    ASSERT_EQ(model.segment_parameters.size(), 2U);
+    EXPECT_EQ(model.segment_parameters[0].values, std::vector<float>(3, 3.0F));
+    EXPECT_EQ(model.segment_parameters[1].values, std::vector<float>(3, 4.0F));
+    ASSERT_EQ(model.constants.size(), 2U);
+    EXPECT_EQ(model.constants[0].value, 5.0F);
+    EXPECT_EQ(model.constants[1].value, 6.0F);
+    EXPECT_EQ(model.systems.at(0).loads.at(0).breakpoint_count, 3);
+    EXPECT_EQ(model.systems.at(1).loads.at(0).breakpoint_count, 30);
+}
+
+TEST_F(SectionModelTest, ARecordOfTheLastImportIsNotFoundAgain) {
+    send("PCONSTVALUEBYISC", 7, 1, 5.0F);
+    host.reset();
+    send("PCONSTVALUEBYISC", 8, 1, 6.0F);
+    send("PCONSTVALUEBYISC", 7, 1, 7.0F);
+    ASSERT_EQ(model.constants.size(), 2U);
+    EXPECT_EQ(model.constants[1].number, 7);
+    EXPECT_EQ(model.constants[1].value, 7.0F);
+}
+
 TEST_F(SectionModelTest, ALoadKnowsWhatItReplaced) {
     const auto replaced = [&](std::size_t system, std::size_t load) {
         return kova_host::replaced_count(model.systems.at(system).loads.at(load));
