@@ -187,7 +187,7 @@ def import_table(models, seconds, targets):
         if fortran:
             targets.add(f"{model.name}: processor time of that of the Fortran program", OF_FORTRAN, library / fortran,
                         fraction)
-            targets.add(f"{model.name}: processor time of that of the bare loop", OF_BARE_LOOP, library / loop, times)
+        targets.add(f"{model.name}: processor time of that of the bare loop", OF_BARE_LOOP, library / loop, times)
     per_byte = [seconds[model.name]["library"] / model.size for model in models if model.name.startswith("legacy")]
     targets.add(f"cost of a byte at {MEGABYTES[-1]} MB of that at {MEGABYTES[0]} MB", GROWTH, per_byte[-1] / per_byte[0],
                 times)

@@ -6,7 +6,7 @@
 /// of the next one: memory that is fresh from the system costs more than reading a record into it.
 namespace kova_import::chunk_pool {
 
-inline constexpr std::size_t chunk_bytes = std::size_t{64} * 1024;
+inline constexpr std::size_t chunk_bytes = std::size_t{32} * 1024;
 
 /// A chunk, aligned for every row. Throws std::bad_alloc when there is no memory for it.
 [[nodiscard]] void *take();
