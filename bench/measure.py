@@ -11,6 +11,7 @@ import datetime
 import json
 import os
 import re
+import shlex
 import statistics
 import subprocess
 import sys
@@ -24,8 +25,6 @@ DOCUMENT = TOP / "docs/performance.md"
 BEGIN, END = "<!-- begin of the figures: written by scripts/bench --record -->", "<!-- end of the figures -->"
 
 MEGABYTES = (1, 20, 200)
-# The last section of the current format; without it imports of such files are not whole.
-LAST_CURRENT_SECTION = b"initial_conditions_v2\0"
 
 OF_FORTRAN = 1 / 12
 OF_BARE_LOOP = 1.2
@@ -89,10 +88,12 @@ class Targets:
     def __init__(self):
         self.table = Table("Target", "At most", "Measured", "Reached")
         self.missed = 0
+        self.count = 0
 
     def add(self, what, bound, measured, form):
         reached = measured <= bound
         self.missed += not reached
+        self.count += 1
         self.table.add(what, form(bound), form(measured), "yes" if reached else "NO")
 
 
@@ -211,8 +212,8 @@ def processor_times(build, commands, repetitions):
     for _ in range(repetitions):
         # One run of each, since hyperfine keeps the mean of several only.
         subprocess.run(["hyperfine", "--shell=none", "--style=none", "--runs=1", f"--export-json={results}",
-                        *(" ".join(map(str, command)) for command in commands)],
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+                        *(shlex.join(map(str, command)) for command in commands)],
+                       stdout=subprocess.DEVNULL, check=True)
         runs = json.loads(results.read_text())["results"]
         least = [min(before, run["user"] + run["system"]) for before, run in zip(least, runs)]
     return least
@@ -250,13 +251,10 @@ def first_output(build, model):
     return statistics.median(seconds)
 
 
-def figures(build, repetitions):
-    """All tables, as lines."""
+def figures(build, repetitions, targets):
+    """All tables, as lines. Fills the targets."""
     legacy = [Model(build, "legacy", size) for size in MEGABYTES]
-    models = list(legacy)
-    if LAST_CURRENT_SECTION in (build / "lib/libkova_import.so").read_bytes():
-        models += [Model(build, "current", size) for size in MEGABYTES]
-    targets = Targets()
+    models = legacy + [Model(build, "current", size) for size in MEGABYTES]
     streams = compare_streams(build, legacy)
     imports = import_table(models, measure_imports(build, models, repetitions), targets)
     memory = memory_table(build, models, targets)
@@ -291,11 +289,14 @@ def main():
     parser.add_argument("--repetitions", type=int, default=9)
     parser.add_argument("--record", action="store_true", help="write the tables into docs/performance.md")
     options = parser.parse_args()
-    text = "\n".join(figures(options.build.resolve(), options.repetitions)) + "\n"
+    targets = Targets()
+    text = "\n".join(figures(options.build.resolve(), options.repetitions, targets)) + "\n"
     print(text)
     if options.record:
         record(text)
+    print(f"{targets.missed} of {targets.count} targets missed" if targets.missed else "All targets reached")
+    return 1 if targets.missed else 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())

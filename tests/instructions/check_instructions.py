@@ -93,7 +93,7 @@ def main():
     options = parser.parse_args()
     # Relative to the top, since the length of the path is part of what is imported.
     os.chdir(TOP)
-    build = options.build.resolve().relative_to(TOP)
+    build = Path(os.path.relpath(options.build.resolve(), TOP))
 
     here = built_with(build)
     recorded = json.loads(RECORDED.read_text()) if RECORDED.exists() else {}

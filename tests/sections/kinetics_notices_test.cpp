@@ -325,11 +325,11 @@ TEST(CurrentKineticsNotices, TellOfTimeFunctionsWhoseNumberComesAgain) {
         {"number of the time function", "13"}, {"breakpoint count of the time function", "0"},
     };
     records.insert(records.begin() + end, more.begin(), more.end());
-    // one for each that is replaced
+    // one for each that is replaced, neighbours first: there is 4, 13, 13, 4, 13
     const std::size_t count_line = line_of(records, "time-function count");
     EXPECT_EQ(told(records, time_functions), (std::vector<Told>{
-                                                 {IMPORT_EXPORT_REPLACED, 4, "", count_line},
                                                  {IMPORT_EXPORT_REPLACED, 13, "", count_line},
+                                                 {IMPORT_EXPORT_REPLACED, 4, "", count_line},
                                                  {IMPORT_EXPORT_REPLACED, 13, "", count_line},
                                              }));
     EXPECT_EQ(told(records, time_functions, true), std::vector<Told>{});
@@ -390,6 +390,38 @@ TEST(CurrentKineticsNotices, TellOfValuesThatBearAnotherNumberOrClass) {
     records = with(current_records(), "value of the segment parameter", std::string(64, ' '), 2);
     EXPECT_EQ(told(records, segment_parameters),
               (std::vector<Told>{{IMPORT_EXPORT_CONVERTED, 0, "", value_line(2)}}));
+}
+
+TEST(CurrentKineticsNotices, TellOfParametersWhoseNumberAndClassComeAgain) {
+    const auto with_second = [](const std::string &second, const std::string &value) {
+        Records records = with(current_records(), "segment parameter", second, 1);
+        records = with(records, "value of the segment parameter", value, 1);
+        return with(records, "value of the segment parameter", value, 3);
+    };
+    const Records other_class =
+        with_second(listed_parameter(2, 2, "1"), parameter_value(2, 2, "1"));
+    EXPECT_EQ(told(other_class, segment_parameters), std::vector<Told>{});
+    const Records twice = with_second(listed_parameter(2, 1, "1"), parameter_value(2, 1, "1"));
+    EXPECT_EQ(told(twice, segment_parameters),
+              (std::vector<Told>{
+                  {IMPORT_EXPORT_REPLACED, 2, "", line_of(twice, "segment-parameter count")}}));
+    EXPECT_EQ(told(twice, segment_parameters, true), std::vector<Told>{});
+}
+
+TEST(CurrentKineticsNotices, TellOfInitialConditionsOfFewerSystemsOrSegments) {
+    for (const char *fewer : {"1", "0", "-1"}) {
+        const Records systems = with(current_records(), "system count", fewer, 3);
+        std::vector<Told> about = told(systems, initial_conditions);
+        ASSERT_EQ(about.size(), 1U) << fewer;
+        EXPECT_EQ(about[0],
+                  (Told{IMPORT_EXPORT_NOT_IMPORTED, 0, "", line_of(systems, "system count", 3)}));
+        EXPECT_EQ(told(systems, initial_conditions, true), std::vector<Told>{});
+    }
+    const Records segments = with(current_records(), "segment count", "0", 2);
+    const std::vector<Told> about = told(segments, initial_conditions);
+    ASSERT_GE(about.size(), 1U);
+    EXPECT_EQ(about[0],
+              (Told{IMPORT_EXPORT_NOT_IMPORTED, 0, "", line_of(segments, "segment count", 2)}));
 }
 
 TEST(CurrentKineticsNotices, TellOfValueRecordsOfOtherSegments) {

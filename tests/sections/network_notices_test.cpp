@@ -235,8 +235,8 @@ TEST(NetworkNotices, TellOfLoadsThatALaterOneReplaces) {
     // one for each load that is replaced, by its segment, at the heading of its system
     const std::size_t line = line_of(records, "heading of the loads");
     EXPECT_EQ(told(records), (std::vector<Told>{
-                                 {loads, IMPORT_EXPORT_REPLACED, 1, "heading of the loads", line},
                                  {loads, IMPORT_EXPORT_REPLACED, 2, "heading of the loads", line},
+                                 {loads, IMPORT_EXPORT_REPLACED, 1, "heading of the loads", line},
                                  {loads, IMPORT_EXPORT_REPLACED, 2, "heading of the loads", line},
                              }));
     // of a system that is dropped whole nothing else is told

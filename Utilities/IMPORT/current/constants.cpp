@@ -8,7 +8,6 @@
 #include "current/sections.h"
 
 #include <utility>
-#include <vector>
 
 namespace kova_import::current {
 
@@ -41,24 +40,17 @@ void read_constants(RecordReader &reader, ConstantTable &table) {
 
 // Hosts know a constant by its number and column.
 void give_replaced(const ImportModule &module, const ConstantTable &table) {
-    using Column = std::pair<std::int32_t, std::int32_t>;
-    const auto give = [&](const Column &column) {
+    PackedWalk constants(table.constants);
+    const auto next = [&] {
+        const Constant constant = constants.next();
+        return std::pair(constant.number, constant.column);
+    };
+    for_each_repeated(table.constants.size(), next, [&](const auto &number_and_column) {
         give_reason_at(module, table.count_record, IMPORT_EXPORT_REPLACED,
                        "Several records have the number and column of this constant; the host "
                        "keeps the last one.",
-                       column.first);
-    };
-    std::vector<Column> columns;
-    for (PackedWalk constants(table.constants); !constants.at_end();) {
-        const Constant constant = constants.next();
-        const Column column(constant.number, constant.column);
-        // a file of blank records must not fill the memory
-        if (!columns.empty() && columns.back() == column)
-            give(column);
-        else
-            columns.push_back(column);
-    }
-    for_each_repeated(std::move(columns), give);
+                       number_and_column.first);
+    });
 }
 
 void send_constants(const ConstantTable &table) {

@@ -1,8 +1,9 @@
 #pragma once
 
 // The sections of the current format, version 8: each reads its section whole and, if that worked,
-// sends it. Behind the first one each starts with a heading that nobody needs; systems are those of
-// the host, in its order, and need no translation.
+// sends it; the model parameters send their table in between. Behind the first one each starts with
+// a heading that nobody needs; systems are those of the host, in its order, and need no
+// translation.
 
 #include "control/import_module.h"
 

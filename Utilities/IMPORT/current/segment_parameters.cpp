@@ -7,6 +7,7 @@
 #include "control/packed_list.h"
 #include "control/report.h"
 #include "control/sections/counts.h"
+#include "control/sections/repeated_numbers.h"
 #include "control/sections/segments.h"
 #include "current/sections.h"
 
@@ -20,6 +21,7 @@ namespace {
 struct SegmentParameterTable {
     std::int32_t segment_count = 0;
     std::int32_t parameter_count = 0;
+    RecordPlace count_record;
     /// As the list gives them, or the records of the last segment, which write over it.
     PackedList<ParameterIdentity> identities;
     PackedList<float> scales;
@@ -82,12 +84,25 @@ void read_segment_parameters(ImportModule &module, SegmentParameterTable &table)
     reader.list("heading of the section", unused_text("heading"));
     table.segment_count = read_shared_count(reader, "segment count", module.shared.segment_count);
     table.parameter_count = read_count(reader, "segment-parameter count");
+    table.count_record = reader.last_record();
     read_list(reader, table);
     if (table.parameter_count <= 0)
         return;
     reader.list("heading of the parameter values", unused_text("heading"));
     reader.for_each_record(table.segment_count,
                            [&](std::int32_t segment) { read_segment(module, segment, table); });
+}
+
+// Hosts know a parameter by its number and class.
+void give_replaced(const ImportModule &module, const SegmentParameterTable &table) {
+    PackedWalk identities(table.identities);
+    const auto next = [&] { return identities.next(); };
+    for_each_repeated(table.identities.size(), next, [&](ParameterIdentity parameter) {
+        give_reason_at(module, table.count_record, IMPORT_EXPORT_REPLACED,
+                       "Several places of the list have the number and class of this parameter; "
+                       "the host keeps the last one.",
+                       parameter.number);
+    });
 }
 
 void send_segment_parameters(const SegmentParameterTable &table) {
@@ -116,8 +131,10 @@ void seg_parameters_v2(ImportModule &module) {
     read_segment_parameters(module, table);
     if (!module.reader.ok())
         return;
-    if (module.shared.transport_only == 0)
+    if (module.shared.transport_only == 0) {
+        give_replaced(module, table);
         send_segment_parameters(table);
+    }
     console::write_line("Done Reading Segment Parameters");
 }
 

@@ -6,9 +6,6 @@
 #include "control/sections/repeated_numbers.h"
 #include "current/sections.h"
 
-#include <utility>
-#include <vector>
-
 namespace kova_import::current {
 
 namespace {
@@ -48,11 +45,9 @@ void read_time_functions(RecordReader &reader, TimeFunctionTable &table) {
 // The series of a function stand in the file as records of the same number, and each goes to the
 // host as the first: it keeps the last one.
 void give_replaced(const ImportModule &module, const TimeFunctionTable &table) {
-    std::vector<std::int32_t> numbers;
-    numbers.reserve(table.functions.size());
-    for (RowWalk functions(table.functions); !functions.at_end();)
-        numbers.push_back(functions.next().number);
-    for_each_repeated(std::move(numbers), [&](std::int32_t number) {
+    RowWalk functions(table.functions);
+    const auto next = [&] { return functions.next().number; };
+    for_each_repeated(table.functions.size(), next, [&](std::int32_t number) {
         give_reason_at(module, table.count_record, IMPORT_EXPORT_REPLACED,
                        "Several records have the number of this time function; the host keeps the "
                        "last one.",

@@ -1,7 +1,7 @@
 #pragma once
 
 // The sections of the legacy format, version 7: each reads its section whole and, if that worked,
-// sends it.
+// sends it; the model parameters send their table in between.
 
 #include "control/import_module.h"
 

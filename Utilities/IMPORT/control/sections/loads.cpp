@@ -9,8 +9,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
-#include <vector>
 
 namespace kova_import {
 
@@ -26,11 +24,8 @@ constexpr SeriesStatements load_statements = {
 // one on the same segment replaces.
 void give_replaced_loads(const ImportModule &module, RecordPlace heading,
                          const ChunkedList<SegmentSeries> &loads, std::size_t first) {
-    std::vector<std::int32_t> segments;
-    segments.reserve(loads.size() - first);
-    for (std::size_t i = first; i < loads.size(); ++i)
-        segments.push_back(loads[i].segment);
-    for_each_repeated(std::move(segments), [&](std::int32_t segment) {
+    const auto next = [&] { return loads[first++].segment; };
+    for_each_repeated(loads.size() - first, next, [&](std::int32_t segment) {
         give_reason_at(module, heading, IMPORT_EXPORT_REPLACED,
                        "The system has several loads on the segment; the host keeps the last one.",
                        segment);
@@ -50,9 +45,9 @@ void send_placeholder(ImportModule &module, std::int32_t system) {
     std::fill_n(buffers.times.begin(), breakpoint_count, none);
     send<"PALLLOADFUNC">(system, first_segment, AsItStands{buffers.values},
                          AsItStands{buffers.times});
-    give_reason_of_send(
-        module, IMPORT_EXPORT_PLACEHOLDER,
-        "The host gets a load of 0 on segment 1 for a state variable without loads.", system);
+    give_reason_of_send(module, IMPORT_EXPORT_PLACEHOLDER,
+                        "The host gets a load of 0 on segment 1 for a system without loads.",
+                        system);
 }
 
 void send_load(SendBuffers &buffers, SystemSeriesWalk &walk, std::int32_t system) {
