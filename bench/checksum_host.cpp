@@ -92,25 +92,29 @@ void bench_host_set_file(const char *path) { file = path; }
 std::uint64_t bench_host_commands() { return commands; }
 std::uint64_t bench_host_checksum() { return checksum; }
 
-void host_call_0(char *k, std::size_t l0) { receive<0>(k, {}, {l0}); }
+void KOVA_HOST_CALL host_call_0(char *k, std::size_t l0) { receive<0>(k, {}, {l0}); }
 
-void host_call_1(char *k, void *a, std::size_t l0, std::size_t l1) { receive<1>(k, {a}, {l0, l1}); }
+void KOVA_HOST_CALL host_call_1(char *k, void *a, std::size_t l0, std::size_t l1) {
+    receive<1>(k, {a}, {l0, l1});
+}
 
-void host_call_2(char *k, void *a, void *b, std::size_t l0, std::size_t l1, std::size_t l2) {
+void KOVA_HOST_CALL host_call_2(char *k, void *a, void *b, std::size_t l0, std::size_t l1,
+                                std::size_t l2) {
     receive<2>(k, {a, b}, {l0, l1, l2});
 }
 
-void host_call_3(char *k, void *a, void *b, void *c, std::size_t l0, std::size_t l1, std::size_t l2,
-                 std::size_t l3) {
+void KOVA_HOST_CALL host_call_3(char *k, void *a, void *b, void *c, std::size_t l0, std::size_t l1,
+                                std::size_t l2, std::size_t l3) {
     receive<3>(k, {a, b, c}, {l0, l1, l2, l3});
 }
 
-void host_call_4(char *k, void *a, void *b, void *c, void *d, std::size_t l0, std::size_t l1,
-                 std::size_t l2, std::size_t l3, std::size_t l4) {
+void KOVA_HOST_CALL host_call_4(char *k, void *a, void *b, void *c, void *d, std::size_t l0,
+                                std::size_t l1, std::size_t l2, std::size_t l3, std::size_t l4) {
     receive<4>(k, {a, b, c, d}, {l0, l1, l2, l3, l4});
 }
 
-void host_call_5(char *k, void *a, void *b, void *c, void *d, void *e, std::size_t l0,
-                 std::size_t l1, std::size_t l2, std::size_t l3, std::size_t l4, std::size_t l5) {
+void KOVA_HOST_CALL host_call_5(char *k, void *a, void *b, void *c, void *d, void *e,
+                                std::size_t l0, std::size_t l1, std::size_t l2, std::size_t l3,
+                                std::size_t l4, std::size_t l5) {
     receive<5>(k, {a, b, c, d, e}, {l0, l1, l2, l3, l4, l5});
 }

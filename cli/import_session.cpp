@@ -42,7 +42,7 @@ class Listener {
     [[nodiscard]] bool has_lost_one() const { return lost_; }
 
   private:
-    static void take(void *context, const import_export_notice *notice) {
+    static void KOVA_IMPORT_CALL take(void *context, const import_export_notice *notice) {
         Listener &self = *static_cast<Listener *>(context);
         try {
             add_notice(self.outcome_, copy_of(*notice));

@@ -33,7 +33,7 @@ void *find(const platform::LoadedLibrary &library, const char *name) {
 
 UtilityLibrary::UtilityLibrary() {
     const platform::LoadedLibrary library = load();
-    import_ = reinterpret_cast<void (*)()>(find(library, "importexport"));
+    import_ = reinterpret_cast<void(KOVA_IMPORT_CALL *)()>(find(library, "importexport"));
     data_ = static_cast<import_export_data *>(find(library, "IMPORT_EXPORT"));
     if (data_->layout != IMPORT_EXPORT_LAYOUT)
         throw BrokenInstallation(

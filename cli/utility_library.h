@@ -26,7 +26,7 @@ class UtilityLibrary {
     [[nodiscard]] import_export_data &data() const { return *data_; }
 
   private:
-    void (*import_)() = nullptr;
+    void(KOVA_IMPORT_CALL *import_)() = nullptr;
     import_export_data *data_ = nullptr;
 };
 

@@ -72,7 +72,7 @@ struct Run {
     }
 };
 
-void collect(void *context, const import_export_notice *notice) {
+void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice) {
     require(notice->size == sizeof *notice, "a notice has the size of its struct");
     require(notice->found[notice->found_length] == '\0', "what was found ends in a NUL");
     require(notice->line_text[notice->line_text_length] == '\0', "the shown line ends in a NUL");

@@ -156,40 +156,43 @@ std::uint64_t ReferenceHost::violation_count() const { return state_->received.v
 
 extern "C" {
 
-void host_call_0(char *keyword, size_t keyword_length) {
+void KOVA_HOST_CALL host_call_0(char *keyword, size_t keyword_length) {
     kova_host::deliver({0, keyword, {}, {keyword_length}});
 }
 
-void host_call_1(char *keyword, void *argument_1, size_t keyword_length, size_t length_1) {
+void KOVA_HOST_CALL host_call_1(char *keyword, void *argument_1, size_t keyword_length,
+                                size_t length_1) {
     kova_host::deliver({1, keyword, {argument_1}, {keyword_length, length_1}});
 }
 
-void host_call_2(char *keyword, void *argument_1, void *argument_2, size_t keyword_length,
-                 size_t length_1, size_t length_2) {
+void KOVA_HOST_CALL host_call_2(char *keyword, void *argument_1, void *argument_2,
+                                size_t keyword_length, size_t length_1, size_t length_2) {
     kova_host::deliver(
         {2, keyword, {argument_1, argument_2}, {keyword_length, length_1, length_2}});
 }
 
-void host_call_3(char *keyword, void *argument_1, void *argument_2, void *argument_3,
-                 size_t keyword_length, size_t length_1, size_t length_2, size_t length_3) {
+void KOVA_HOST_CALL host_call_3(char *keyword, void *argument_1, void *argument_2, void *argument_3,
+                                size_t keyword_length, size_t length_1, size_t length_2,
+                                size_t length_3) {
     kova_host::deliver({3,
                         keyword,
                         {argument_1, argument_2, argument_3},
                         {keyword_length, length_1, length_2, length_3}});
 }
 
-void host_call_4(char *keyword, void *argument_1, void *argument_2, void *argument_3,
-                 void *argument_4, size_t keyword_length, size_t length_1, size_t length_2,
-                 size_t length_3, size_t length_4) {
+void KOVA_HOST_CALL host_call_4(char *keyword, void *argument_1, void *argument_2, void *argument_3,
+                                void *argument_4, size_t keyword_length, size_t length_1,
+                                size_t length_2, size_t length_3, size_t length_4) {
     kova_host::deliver({4,
                         keyword,
                         {argument_1, argument_2, argument_3, argument_4},
                         {keyword_length, length_1, length_2, length_3, length_4}});
 }
 
-void host_call_5(char *keyword, void *argument_1, void *argument_2, void *argument_3,
-                 void *argument_4, void *argument_5, size_t keyword_length, size_t length_1,
-                 size_t length_2, size_t length_3, size_t length_4, size_t length_5) {
+void KOVA_HOST_CALL host_call_5(char *keyword, void *argument_1, void *argument_2, void *argument_3,
+                                void *argument_4, void *argument_5, size_t keyword_length,
+                                size_t length_1, size_t length_2, size_t length_3, size_t length_4,
+                                size_t length_5) {
     kova_host::deliver({5,
                         keyword,
                         {argument_1, argument_2, argument_3, argument_4, argument_5},

@@ -20,7 +20,8 @@
  * A literal text travels with one NUL at its end, which counts in its length ("PDIALOG" has length
  * 8); a data field travels at its declared width, padded with blanks. No entry point returns a
  * value: what the host has to say it writes into an argument. A command is complete when its call
- * returns, and all calls come from one thread. */
+ * returns, and all calls come from one thread. On Windows with 32 bits the entry points are cdecl,
+ * whatever the compiler's options: a host writes KOVA_HOST_CALL at its definitions too. */
 #ifndef KOVA_HOST_CALLS_H
 #define KOVA_HOST_CALLS_H
 
@@ -38,30 +39,39 @@
 #define KOVA_HOST_API
 #endif
 
+#if defined(_WIN32)
+#define KOVA_HOST_CALL __cdecl
+#else
+#define KOVA_HOST_CALL
+#endif
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-KOVA_HOST_API void host_call_0(char *keyword, size_t keyword_length);
+KOVA_HOST_API void KOVA_HOST_CALL host_call_0(char *keyword, size_t keyword_length);
 
-KOVA_HOST_API void host_call_1(char *keyword, void *argument_1, size_t keyword_length,
-                               size_t length_1);
+KOVA_HOST_API void KOVA_HOST_CALL host_call_1(char *keyword, void *argument_1,
+                                              size_t keyword_length, size_t length_1);
 
-KOVA_HOST_API void host_call_2(char *keyword, void *argument_1, void *argument_2,
-                               size_t keyword_length, size_t length_1, size_t length_2);
+KOVA_HOST_API void KOVA_HOST_CALL host_call_2(char *keyword, void *argument_1, void *argument_2,
+                                              size_t keyword_length, size_t length_1,
+                                              size_t length_2);
 
-KOVA_HOST_API void host_call_3(char *keyword, void *argument_1, void *argument_2, void *argument_3,
-                               size_t keyword_length, size_t length_1, size_t length_2,
-                               size_t length_3);
+KOVA_HOST_API void KOVA_HOST_CALL host_call_3(char *keyword, void *argument_1, void *argument_2,
+                                              void *argument_3, size_t keyword_length,
+                                              size_t length_1, size_t length_2, size_t length_3);
 
-KOVA_HOST_API void host_call_4(char *keyword, void *argument_1, void *argument_2, void *argument_3,
-                               void *argument_4, size_t keyword_length, size_t length_1,
-                               size_t length_2, size_t length_3, size_t length_4);
+KOVA_HOST_API void KOVA_HOST_CALL host_call_4(char *keyword, void *argument_1, void *argument_2,
+                                              void *argument_3, void *argument_4,
+                                              size_t keyword_length, size_t length_1,
+                                              size_t length_2, size_t length_3, size_t length_4);
 
-KOVA_HOST_API void host_call_5(char *keyword, void *argument_1, void *argument_2, void *argument_3,
-                               void *argument_4, void *argument_5, size_t keyword_length,
-                               size_t length_1, size_t length_2, size_t length_3, size_t length_4,
-                               size_t length_5);
+KOVA_HOST_API void KOVA_HOST_CALL host_call_5(char *keyword, void *argument_1, void *argument_2,
+                                              void *argument_3, void *argument_4, void *argument_5,
+                                              size_t keyword_length, size_t length_1,
+                                              size_t length_2, size_t length_3, size_t length_4,
+                                              size_t length_5);
 
 #ifdef __cplusplus
 }

@@ -10,7 +10,8 @@
  * active code page; the file is opened through the wide-character functions, and other programs may
  * go on to read, write or rename it.
  *
- * All calls must come from one thread. No exception leaves any of these functions. */
+ * All calls must come from one thread. No exception leaves any of these functions. On Windows with
+ * 32 bits they and the function for notices are cdecl, whatever the compiler's options. */
 #ifndef KOVA_IMPORT_EXPORT_H
 #define KOVA_IMPORT_EXPORT_H
 
@@ -28,6 +29,12 @@
 #define KOVA_IMPORT_API __attribute__((visibility("default")))
 #else
 #define KOVA_IMPORT_API
+#endif
+
+#if defined(_WIN32)
+#define KOVA_IMPORT_CALL __cdecl
+#else
+#define KOVA_IMPORT_CALL
 #endif
 
 #ifdef __cplusplus
@@ -81,7 +88,8 @@ typedef struct import_export_notice {
     size_t name_length; /* bytes of it */
 } import_export_notice;
 
-typedef void (*import_export_notice_function)(void *context, const import_export_notice *notice);
+typedef void(KOVA_IMPORT_CALL *import_export_notice_function)(void *context,
+                                                              const import_export_notice *notice);
 
 /* The live state of the utility. Flags and options that a host writes take effect at once; counts
  * are taken when a section starts or reads them. Every import starts from cleared counts, flags and
@@ -135,38 +143,38 @@ typedef struct import_export_data {
 extern KOVA_IMPORT_API import_export_data IMPORT_EXPORT;
 
 /* Runs one import from the first question to the completion note. */
-KOVA_IMPORT_API void importexport(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL importexport(void);
 
 /* The information pages. `intro` empties the information pane first. */
-KOVA_IMPORT_API void intro(void);
-KOVA_IMPORT_API void version(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL intro(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL version(void);
 
 /* The sections of the legacy format. Outside an import they find no open file and report a read
  * error. */
-KOVA_IMPORT_API void modelparam(void);
-KOVA_IMPORT_API void segments(void);
-KOVA_IMPORT_API void flowpath(void);
-KOVA_IMPORT_API void flows(void);
-KOVA_IMPORT_API void exchanges(void);
-KOVA_IMPORT_API void boundary(void);
-KOVA_IMPORT_API void loads(void);
-KOVA_IMPORT_API void timefunctions(void);
-KOVA_IMPORT_API void seg_parameters(void);
-KOVA_IMPORT_API void constants(void);
-KOVA_IMPORT_API void initial_conditions(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL modelparam(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL segments(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL flowpath(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL flows(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL exchanges(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL boundary(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL loads(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL timefunctions(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL seg_parameters(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL constants(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL initial_conditions(void);
 
 /* The sections of the current format. */
-KOVA_IMPORT_API void modelparam_v2(void);
-KOVA_IMPORT_API void segments_v2(void);
-KOVA_IMPORT_API void flowpath_v2(void);
-KOVA_IMPORT_API void flows_v2(void);
-KOVA_IMPORT_API void exchanges_v2(void);
-KOVA_IMPORT_API void boundary_v2(void);
-KOVA_IMPORT_API void loads_v2(void);
-KOVA_IMPORT_API void timefunctions_v2(void);
-KOVA_IMPORT_API void seg_parameters_v2(void);
-KOVA_IMPORT_API void constants_v2(void);
-KOVA_IMPORT_API void initial_conditions_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL modelparam_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL segments_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL flowpath_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL flows_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL exchanges_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL boundary_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL loads_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL timefunctions_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL seg_parameters_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL constants_v2(void);
+KOVA_IMPORT_API void KOVA_IMPORT_CALL initial_conditions_v2(void);
 
 #ifdef __cplusplus
 }

@@ -122,38 +122,39 @@ static void call(size_t count, char *keyword, void **arguments, const size_t *le
     memset(keyword, '#', lengths[0]);
 }
 
-void host_call_0(char *k, size_t l0) {
+void KOVA_HOST_CALL host_call_0(char *k, size_t l0) {
     const size_t lengths[] = {l0};
     call(0, k, NULL, lengths);
 }
 
-void host_call_1(char *k, void *a, size_t l0, size_t l1) {
+void KOVA_HOST_CALL host_call_1(char *k, void *a, size_t l0, size_t l1) {
     void *arguments[] = {a};
     const size_t lengths[] = {l0, l1};
     call(1, k, arguments, lengths);
 }
 
-void host_call_2(char *k, void *a, void *b, size_t l0, size_t l1, size_t l2) {
+void KOVA_HOST_CALL host_call_2(char *k, void *a, void *b, size_t l0, size_t l1, size_t l2) {
     void *arguments[] = {a, b};
     const size_t lengths[] = {l0, l1, l2};
     call(2, k, arguments, lengths);
 }
 
-void host_call_3(char *k, void *a, void *b, void *c, size_t l0, size_t l1, size_t l2, size_t l3) {
+void KOVA_HOST_CALL host_call_3(char *k, void *a, void *b, void *c, size_t l0, size_t l1, size_t l2,
+                                size_t l3) {
     void *arguments[] = {a, b, c};
     const size_t lengths[] = {l0, l1, l2, l3};
     call(3, k, arguments, lengths);
 }
 
-void host_call_4(char *k, void *a, void *b, void *c, void *d, size_t l0, size_t l1, size_t l2,
-                 size_t l3, size_t l4) {
+void KOVA_HOST_CALL host_call_4(char *k, void *a, void *b, void *c, void *d, size_t l0, size_t l1,
+                                size_t l2, size_t l3, size_t l4) {
     void *arguments[] = {a, b, c, d};
     const size_t lengths[] = {l0, l1, l2, l3, l4};
     call(4, k, arguments, lengths);
 }
 
-void host_call_5(char *k, void *a, void *b, void *c, void *d, void *e, size_t l0, size_t l1,
-                 size_t l2, size_t l3, size_t l4, size_t l5) {
+void KOVA_HOST_CALL host_call_5(char *k, void *a, void *b, void *c, void *d, void *e, size_t l0,
+                                size_t l1, size_t l2, size_t l3, size_t l4, size_t l5) {
     void *arguments[] = {a, b, c, d, e};
     const size_t lengths[] = {l0, l1, l2, l3, l4, l5};
     call(5, k, arguments, lengths);

@@ -47,7 +47,7 @@ TRAP(constants_v2)
 TRAP(initial_conditions_v2)
 #endif
 
-static void count_notice(void *context, const import_export_notice *notice) {
+static void KOVA_IMPORT_CALL count_notice(void *context, const import_export_notice *notice) {
     if (notice->size >= sizeof *notice)
         ++*(int *)context;
 }
@@ -62,7 +62,7 @@ int main(int argument_count, char **arguments) {
             print_load_error();
             return 3;
         }
-        void (*import)(void) = find_function(library, "importexport");
+        void(KOVA_IMPORT_CALL * import)(void) = find_function(library, "importexport");
         import_export_data *data = find_data(library, "IMPORT_EXPORT");
         if (import == NULL || data == NULL || data->layout != IMPORT_EXPORT_LAYOUT)
             return 4;

@@ -187,7 +187,7 @@ extern "C" {
 
 import_export_data IMPORT_EXPORT = new_data();
 
-void importexport(void) {
+void KOVA_IMPORT_CALL importexport(void) {
     SendBuffer values(kova_import::send_buffer_size, 7);
     SendBuffer times(kova_import::send_buffer_size, 1);
     send("PPROGRESS", 0);

@@ -64,6 +64,15 @@ class Embedding(unittest.TestCase):
         (self.folder / "broken.inp").write_text("   11      2\nno date\n")
         self.assertEqual(self.run_here("python3 import.py broken.inp").returncode, 1)
 
+    def test_a_path_that_is_too_long_is_refused(self):
+        self.run_here(marked_blocks("run")["linux"])
+        for program in ("./import", "python3 import.py"):
+            with self.subTest(program):
+                done = self.run_here(f"{program} ./{'/' * 501}river.inp")  # 512 bytes
+                self.assert_prints_the_segments(done)
+                done = self.run_here(f"{program} ./{'/' * 502}river.inp")
+                self.assertEqual((done.returncode, done.stdout), (2, ""))
+
     def test_the_program_in_c_is_one_in_cpp(self):
         done = self.run_here(marked_blocks("run")["linux"].replace("cc -o import import.c", "c++ -o import -x c++ import.c"))
         self.assert_prints_the_segments(done)

@@ -29,7 +29,8 @@ def setUpModule():
     global SCRATCH, PACKAGE, ROOT
     SCRATCH = tempfile.TemporaryDirectory()
     folder = Path(SCRATCH.name).resolve()
-    run(CPACK, "-G", "DEB", "-B", folder / "made", cwd=BUILD)
+    # made by somebody who keeps new files private, which must not reach the package
+    run(CPACK, "-G", "DEB", "-B", folder / "made", cwd=BUILD, umask=0o077)
     (PACKAGE,) = (folder / "made").glob("*.deb")
     ROOT = folder / "root"
     database = ROOT / "var/lib/dpkg"
@@ -67,9 +68,9 @@ class Package(unittest.TestCase):
         folder = PACKAGE.with_name("control")
         run("dpkg-deb", "--control", PACKAGE, folder)
         self.assertEqual({file.name for file in folder.iterdir()}, {"control", "md5sums", "postinst", "postrm"})
-        for script in ("postinst", "postrm"):
-            commands = re.findall(r"^\s+(\w+)$", (folder / script).read_text(), re.MULTILINE)
-            self.assertEqual(commands, ["ldconfig"])
+        for script, occasion in (("postinst", "configure"), ("postrm", "remove")):
+            lines = [line.strip() for line in (folder / script).read_text().splitlines()]
+            self.assertEqual([line for line in lines if line], ["#!/bin/sh", "set -e", f'if [ "$1" = "{occasion}" ]; then', "ldconfig", "fi"])
 
     def test_its_files_lie_where_debian_has_them(self):
         files = {str(path.relative_to(ROOT)) for path in (ROOT / "usr").rglob("*") if not path.is_dir()}
@@ -78,9 +79,13 @@ class Package(unittest.TestCase):
             "usr/lib/cmake/kova_import/kova_importConfig.cmake", "usr/lib/cmake/kova_import/kova_importConfigVersion.cmake",
             "usr/lib/kova-import/libprekovawdll.so", "usr/lib/libkova_import.so", "usr/lib/pkgconfig/kova_import.pc",
             "usr/share/bash-completion/completions/kova-import", "usr/share/fish/vendor_completions.d/kova-import.fish",
-            "usr/share/man/man1/kova-import.1.gz", "usr/share/zsh/site-functions/_kova-import"})
+            "usr/share/man/man1/kova-import.1.gz", "usr/share/zsh/vendor-completions/_kova-import"})
         for name in ("copyright", "changelog.gz", "README.md", "docs/embedding.md"):
             self.assertIn(f"usr/share/doc/kova-import/{name}", files)
+
+    def test_zsh_looks_for_completions_where_its_own_lies(self):
+        (file,) = (ROOT / "usr/share/zsh").rglob("_kova-import")
+        self.assertIn("/" + str(file.parent.relative_to(ROOT)), run("zsh", "-f", "-c", "print -l $fpath").splitlines())
 
     def test_modes_and_owners_are_those_of_a_system(self):
         for line in run("dpkg-deb", "--contents", PACKAGE).splitlines():

@@ -30,7 +30,7 @@ class FolderVisit {
     std::filesystem::path before_;
 };
 
-void collect(void *context, const import_export_notice *notice) {
+void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice) {
     static_cast<std::vector<Notice> *>(context)->emplace_back(*notice);
 }
 

@@ -106,30 +106,33 @@ NotingHost &noting_host() {
 
 using kova_test::take;
 
-void host_call_0(char *keyword, size_t keyword_length) { take(keyword, {}, {keyword_length}); }
+void KOVA_HOST_CALL host_call_0(char *keyword, size_t keyword_length) {
+    take(keyword, {}, {keyword_length});
+}
 
-void host_call_1(char *keyword, void *a, size_t keyword_length, size_t length_1) {
+void KOVA_HOST_CALL host_call_1(char *keyword, void *a, size_t keyword_length, size_t length_1) {
     take(keyword, {a}, {keyword_length, length_1});
 }
 
-void host_call_2(char *keyword, void *a, void *b, size_t keyword_length, size_t length_1,
-                 size_t length_2) {
+void KOVA_HOST_CALL host_call_2(char *keyword, void *a, void *b, size_t keyword_length,
+                                size_t length_1, size_t length_2) {
     take(keyword, {a, b}, {keyword_length, length_1, length_2});
 }
 
-void host_call_3(char *keyword, void *a, void *b, void *c, size_t keyword_length, size_t length_1,
-                 size_t length_2, size_t length_3) {
+void KOVA_HOST_CALL host_call_3(char *keyword, void *a, void *b, void *c, size_t keyword_length,
+                                size_t length_1, size_t length_2, size_t length_3) {
     take(keyword, {a, b, c}, {keyword_length, length_1, length_2, length_3});
 }
 
-void host_call_4(char *keyword, void *a, void *b, void *c, void *d, size_t keyword_length,
-                 size_t length_1, size_t length_2, size_t length_3, size_t length_4) {
+void KOVA_HOST_CALL host_call_4(char *keyword, void *a, void *b, void *c, void *d,
+                                size_t keyword_length, size_t length_1, size_t length_2,
+                                size_t length_3, size_t length_4) {
     take(keyword, {a, b, c, d}, {keyword_length, length_1, length_2, length_3, length_4});
 }
 
-void host_call_5(char *keyword, void *a, void *b, void *c, void *d, void *e, size_t keyword_length,
-                 size_t length_1, size_t length_2, size_t length_3, size_t length_4,
-                 size_t length_5) {
+void KOVA_HOST_CALL host_call_5(char *keyword, void *a, void *b, void *c, void *d, void *e,
+                                size_t keyword_length, size_t length_1, size_t length_2,
+                                size_t length_3, size_t length_4, size_t length_5) {
     take(keyword, {a, b, c, d, e},
          {keyword_length, length_1, length_2, length_3, length_4, length_5});
 }

@@ -48,6 +48,9 @@ class Utility(unittest.TestCase):
 
     def test_nothing_of_the_library_runs_while_it_is_loaded(self):
         for file in OBJECTS:
+            symbols = subprocess.run([OBJDUMP, "--syms", file], check=True, capture_output=True, text=True).stdout
+            self.assertIn(".text", symbols, file)
+            self.assertNotIn("DllMain", symbols, file)
             listing = subprocess.run([OBJDUMP, "--section-headers", file], check=True, capture_output=True, text=True).stdout
             for section in (".ctors", ".init_array", ".dtors", ".CRT$"):
                 self.assertNotIn(section, listing, file)
