@@ -487,6 +487,8 @@ TEST(CurrentKineticsNotices, TellOfValuesThatARecordLeavesOut) {
     EXPECT_EQ(told(records, initial_conditions),
               (std::vector<Told>{
                   {IMPORT_EXPORT_DEFAULTED, 0, "", line_of(records, "density of the system")}}));
+    for (const std::int32_t section : {time_functions, constants, initial_conditions})
+        EXPECT_EQ(told(records, section, true), std::vector<Told>{}) << section;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "control/notices.h"
 
+#include "control/section.h"
+
 #include "control/short_text.h"
 
 #include <string_view>
@@ -115,6 +117,12 @@ void give_read_failure(const ImportModule &module) {
 
 void give_left_out(void *module, const char *field, FilePlace place) {
     const ImportModule &import_module = *static_cast<const ImportModule *>(module);
+    // With the network alone, nobody gets the data from the boundaries on.
+    constexpr auto first_beside_network =
+        static_cast<std::int32_t>(SectionNumber::boundary_conditions);
+    if (import_module.section_number >= first_beside_network &&
+        import_module.shared.transport_only != 0)
+        return;
     import_export_notice notice = start_notice(import_module, IMPORT_EXPORT_DEFAULTED);
     notice.line = place.line;
     notice.column = place.column;
