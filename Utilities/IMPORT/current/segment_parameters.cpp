@@ -12,6 +12,7 @@
 #include "current/sections.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace kova_import::current {
 
@@ -96,12 +97,15 @@ void read_segment_parameters(ImportModule &module, SegmentParameterTable &table)
 // Hosts know a parameter by its number and class.
 void give_replaced(const ImportModule &module, const SegmentParameterTable &table) {
     PackedWalk identities(table.identities);
-    const auto next = [&] { return identities.next(); };
-    for_each_repeated(table.identities.size(), next, [&](ParameterIdentity parameter) {
+    const auto next = [&] {
+        const ParameterIdentity parameter = identities.next();
+        return std::pair(parameter.number, parameter.class_index);
+    };
+    for_each_repeated(table.identities.size(), next, [&](const auto &number_and_class) {
         give_reason_at(module, table.count_record, IMPORT_EXPORT_REPLACED,
                        "Several places of the list have the number and class of this parameter; "
                        "the host keeps the last one.",
-                       parameter.number);
+                       number_and_class.first);
     });
 }
 

@@ -4,7 +4,6 @@
 
 #include "control/host_link.h"
 
-#include <compare>
 #include <cstdint>
 
 namespace kova_import {
@@ -13,7 +12,7 @@ namespace kova_import {
 struct ParameterIdentity {
     std::int32_t number = 0;
     std::int32_t class_index = 0; ///< 1, or that of a solid or phytoplankton group
-    friend auto operator<=>(const ParameterIdentity &, const ParameterIdentity &) = default;
+    friend bool operator==(const ParameterIdentity &, const ParameterIdentity &) = default;
 };
 
 /// Adds a parameter to those of the host, with its scale factor.
