@@ -337,5 +337,23 @@ TEST(CurrentKineticsState, TheLastSegmentsRecordsSayWhatTheParametersAre) {
                      "int 1, int 0, int 0, real 100", "int 2, int 0, int 0, real 25"}));
 }
 
+TEST(CurrentKineticsState, TheLastOfTwoRecordsFarAheadOfTheirOrderCounts) {
+    constexpr int segment_count = 3000;
+    Records records = with(current_records(), "segment count", std::to_string(segment_count), 2);
+    records = with(records, "system count", "1", 3);
+    records.erase(records.begin() +
+                      static_cast<std::ptrdiff_t>(position_of(records, "initial condition", 0)),
+                  records.end());
+    records.push_back({"initial condition", std::to_string(segment_count) + " 1 0"});
+    for (int i = 2; i < segment_count; ++i)
+        records.push_back({"initial condition", "1 7 0"});
+    records.push_back({"initial condition", std::to_string(segment_count) + " 2 0"});
+    const auto sent = import_text(text_of(records)).arguments_of("PINITC");
+    ASSERT_EQ(sent.size(), static_cast<std::size_t>(segment_count));
+    EXPECT_EQ(sent.front(), "int 1, int 1, real 7");
+    EXPECT_EQ(sent.at(1), "int 1, int 2, real 0");
+    EXPECT_EQ(sent.back(), "int 1, int 3000, real 2");
+}
+
 } // namespace
 } // namespace kova_test
