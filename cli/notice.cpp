@@ -35,7 +35,7 @@ constexpr std::array<NoticeKind, notice_kind_count> kinds = {{
     {IMPORT_EXPORT_HOST_FAILED, "host_failed", Level::error,
      "The host ended a command with an exception.", "failure of the host", "failures of the host"},
     {IMPORT_EXPORT_REPLACED, "replaced", Level::warning,
-     "A later datum of the file takes the place of this one.", "datum replaced by a later one",
+     "One datum of the file takes the place of another.", "datum replaced by a later one",
      "data replaced by later ones"},
     {0, "other", Level::warning,
      "The import library tells something that this command cannot name.", "other notice",

@@ -114,7 +114,7 @@ std::vector<Fact> flow_paths(const Model &model, const NoticeCounts &notices) {
     return with_remarks({fields(model.flow_fields, model.flow_field_count),
                          functions(sum(model.flow_fields, functions_of_field)),
                          pairs(sum_of_functions(model.flow_fields, pairs_of))},
-                        notices, {descriptions_cut});
+                        notices);
 }
 
 std::vector<Fact> flow_series(const Model &model, const NoticeCounts &notices) {

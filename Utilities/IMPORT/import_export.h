@@ -56,7 +56,7 @@ enum import_export_notice_kind {
     IMPORT_EXPORT_CALL_REFUSED = 10,  /* the host called the utility from inside a host command */
     IMPORT_EXPORT_OUT_OF_MEMORY = 11, /* the section or the import stops for want of memory */
     IMPORT_EXPORT_HOST_FAILED = 12,   /* the host ended a command with an exception */
-    IMPORT_EXPORT_REPLACED = 13       /* a later datum of the file takes the place of this one */
+    IMPORT_EXPORT_REPLACED = 13 /* one datum of the file takes the place of another, earlier one */
 };
 
 /* One thing that a person should know about an import. Texts are NUL-terminated and valid during

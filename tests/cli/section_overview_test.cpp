@@ -96,7 +96,7 @@ TEST(SectionOverview, TellsOne) {
     kova_host::Model model = small_model();
     model.systems[0].loads[0].times_announced = 2;
     const ImportOutcome outcome = outcome_of(model, 1);
-    EXPECT_EQ(remarks_text(outcome.sections[flow_paths]), "1 description cut");
+    EXPECT_EQ(remarks_text(outcome.sections[flow_paths]), "1 text cut");
     EXPECT_EQ(remarks_text(outcome.sections[flow_series]), "1 datum replaced by a later one");
     EXPECT_EQ(remarks_text(outcome.sections[exchanges]),
               "1 datum replaced by a later one, 1 description cut");
@@ -110,7 +110,7 @@ TEST(SectionOverview, TellsMany) {
     for (const char *name : {"Nitrate", "Phosphate", "Detritus"})
         model.systems.push_back(system_without_loads(name));
     const ImportOutcome outcome = outcome_of(model, 2);
-    EXPECT_EQ(remarks_text(outcome.sections[flow_paths]), "2 descriptions cut");
+    EXPECT_EQ(remarks_text(outcome.sections[flow_paths]), "2 texts cut");
     EXPECT_EQ(remarks_text(outcome.sections[flow_series]), "2 data replaced by later ones");
     EXPECT_EQ(text_of(outcome, boundaries),
               "2 boundaries, 3 breakpoints, 2 systems dropped, 2 factors dropped");

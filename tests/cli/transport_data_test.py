@@ -24,7 +24,7 @@ class TransportDataTest(unittest.TestCase):
         self.assertEqual(result.returncode, 0)
         lines = [" ".join(line.split()) for line in result.stdout.decode().splitlines()]
         self.assertEqual(lines[0], "river.inp: imported, with warnings")
-        for line in ("flow paths 1 field, 1 function, 1 pair, 1 description cut",
+        for line in ("flow paths 1 field, 1 function, 1 pair, 1 text cut",
                      "flow time series 2 breakpoints",
                      "exchanges 1 field, 1 function, 1 pair, 1 breakpoint, 1 datum replaced by a later one",
                      "boundary conditions 1 boundary, 3 breakpoints, 2 systems dropped",

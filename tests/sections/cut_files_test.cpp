@@ -83,8 +83,7 @@ bool is_whole_when_cut(const Records &records, std::size_t position) {
                                                    "value of the segment parameter", "constant"};
     const std::string &name = records[position].name;
     return std::find(names.begin(), names.end(), name) != names.end() &&
-           (position + 1 == records.size() || records[position + 1].name == "title" ||
-            records[position + 1].name == "first title" ||
+           (position + 1 == records.size() || records[position + 1].name == "first heading" ||
             records[position + 1].name == "heading of the section");
 }
 

@@ -318,7 +318,7 @@ TEST(CurrentKineticsNotices, NothingIsToldOfAModelThatComesAcross) {
 
 TEST(CurrentKineticsNotices, TellOfTimeFunctionsWhoseNumberComesAgain) {
     Records records = with(current_records(), "time-function count", "5");
-    const auto end = static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 4));
+    const auto end = static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 6));
     const Records more = {
         {"number of the time function", "13"}, {"breakpoint count of the time function", "0"},
         {"number of the time function", "4"},  {"breakpoint count of the time function", "0"},

@@ -101,7 +101,7 @@ TEST(CurrentKineticsState, SectionsReplaceTheSharedCounts) {
     const auto behind_list =
         static_cast<std::ptrdiff_t>(position_of(records, "heading of the parameter list")) + 1;
     const auto next =
-        static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 5));
+        static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 7));
     records.erase(records.begin() + behind_list, records.begin() + next);
     std::vector<std::int32_t> segment_counts;
     ImportSettings settings;
@@ -247,13 +247,13 @@ struct Emptied {
 
 TEST(CurrentKineticsState, NegativeCountsAreSentAsReadAndAreNone) {
     const std::vector<Emptied> cases = {
-        {"flow-field count", 0, "title", 2, {{"PNFIELD", "int -1"}}},
+        {"flow-field count", 0, "heading of the section", 1, {{"PNFIELD", "int -1"}}},
         {"function count of the flow field", 0, "caption of the flow field", 1, {}},
         {"pair count of the flow function", 1, "caption of the flow field", 1, {}},
-        {"flow-field count", 1, "heading of the section", 0, {{"PNFIELD", "int -1"}}},
+        {"flow-field count", 1, "heading of the section", 2, {{"PNFIELD", "int -1"}}},
         {"function count of the flow field", 2, "caption of the flow field", 3, {}},
         {"breakpoint count of the flow function", 1, "caption of the flow field", 3, {}},
-        {"exchange-field count", 0, "heading of the section", 1, {{"PNRFLD", "int -1"}}},
+        {"exchange-field count", 0, "heading of the section", 3, {{"PNRFLD", "int -1"}}},
         {"function count of the exchange field", 0, "heading of the exchange field", 1, {}},
         {"pair count of the exchange function",
          0,
@@ -261,28 +261,28 @@ TEST(CurrentKineticsState, NegativeCountsAreSentAsReadAndAreNone) {
          0,
          {{"PNORS", "int 1, int 1, int -1"}}},
         {"breakpoint count of the exchange function", 0, "heading of the exchange field", 1, {}},
-        {"system count", 1, "heading of the section", 2, {}},
+        {"system count", 1, "heading of the section", 4, {}},
         {"boundary count", 0, "heading of the boundaries", 1, {}},
         {"breakpoint count of the boundary",
          1,
          "heading of the boundaries",
          1,
          {{"PNBFP", "int 1, int 2, int -1"}}},
-        {"system count", 2, "heading of the section", 3, {}},
-        {"load count", 1, "heading of the section", 3, {{"PNBWK", "int 2, int 1, int 2"}}},
+        {"system count", 2, "heading of the section", 5, {}},
+        {"load count", 1, "heading of the section", 5, {{"PNBWK", "int 2, int 1, int 2"}}},
         {"breakpoint count of the load",
          1,
          "heading of the section",
-         3,
+         5,
          {{"PNBWK", "int 2, int 1, int -1"}}},
-        {"time-function count", 0, "heading of the section", 4, {{"PTFSREFRESH", ""}}},
+        {"time-function count", 0, "heading of the section", 6, {{"PTFSREFRESH", ""}}},
         {"breakpoint count of the time function",
          1,
          "heading of the section",
-         4,
+         6,
          {{"PNBRKTF", "int 13, int 1, int -1"}}},
         {"segment count", 1, "segment-parameter count", 0, {}},
-        {"constant count", 0, "title", 3, {{"PCONSTANTSREFRESH", ""}}},
+        {"constant count", 0, "heading of the section", 8, {{"PCONSTANTSREFRESH", ""}}},
         {"segment count", 2, "caption of the system", 0, {}},
     };
     for (const Emptied &each : cases) {

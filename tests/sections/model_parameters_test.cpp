@@ -356,7 +356,8 @@ TEST(LegacyModelParameters, TheEndOfTheFileInAnyRecordStopsTheImport) {
 }
 
 TEST(CurrentModelParameters, TheEndOfTheFileInAnyRecordStopsTheImport) {
-    expect_end_at_every_record(current_records(), position_of(current_records(), "title", 1));
+    expect_end_at_every_record(current_records(),
+                               position_of(current_records(), "heading of the section"));
 }
 
 TEST(CurrentModelParameters, SendsEverySystemOfTheFile) {

@@ -333,7 +333,7 @@ TEST(CurrentNetworkState, SectionsReplaceTheSharedCounts) {
     erase("heading of the boundaries", 1, 2);
     records = with(records, "system count", "0", 2);
     erase("heading of the loads", 0,
-          position_of(records, "heading of the section", 3) -
+          position_of(records, "heading of the section", 5) -
               position_of(records, "heading of the loads"));
     std::vector<std::int32_t> field_counts;
     std::vector<std::int32_t> system_counts;
@@ -357,7 +357,7 @@ TEST(CurrentNetworkState, TheBuffersKeepTheTailsOfLongerSeries) {
     Records records = with(current_records(), "load count", "0", 1);
     const auto rest = static_cast<std::ptrdiff_t>(position_of(records, "load count", 1)) + 1;
     const auto next =
-        static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 3));
+        static_cast<std::ptrdiff_t>(position_of(records, "heading of the section", 5));
     records.erase(records.begin() + rest, records.begin() + next);
     // the first load has three breakpoints, of which the placeholder leaves the last
     records = with(records, "breakpoint count of the load", "3");

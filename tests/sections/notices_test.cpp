@@ -102,10 +102,10 @@ TEST(Notices, TellOfOptionsIntervalsAndBlocksThatAreDropped) {
     const std::vector<Told> expected = {
         {IMPORT_EXPORT_NOT_IMPORTED, 0, "option behind the system count"},
         {IMPORT_EXPORT_NOT_IMPORTED, 0, "option behind INTYP"},
-        {IMPORT_EXPORT_NOT_IMPORTED, 2, "output interval"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 0, "output interval"},
         {IMPORT_EXPORT_CONDITION_UNMET, 3, "bypass flags"},
-        {IMPORT_EXPORT_NOT_IMPORTED, 1, "record of the first skipped block"},
-        {IMPORT_EXPORT_NOT_IMPORTED, 2, "record of the second skipped block"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 0, "record of the first skipped block"},
+        {IMPORT_EXPORT_NOT_IMPORTED, 0, "record of the second skipped block"},
     };
     const auto notices = told(records);
     ASSERT_EQ(notices.size(), expected.size());

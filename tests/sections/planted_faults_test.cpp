@@ -278,7 +278,7 @@ bool is_heading(const Record &record, bool current) {
         return record.name == "heading of the exchange field" ||
                record.name == "heading of the loads";
     return (record.name.starts_with("heading of ") && record.name != "heading of the boundaries") ||
-           record.name.ends_with("title");
+           record.name.ends_with(" heading") || record.name == "title";
 }
 
 // The first title of the current format is in nobody's way, whatever it is.

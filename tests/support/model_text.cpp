@@ -214,7 +214,7 @@ const Records current_constant_records = {
 
 // Hosts do not get the maximum concentrations, so that there is something to tell of others than 0.
 const Records current_initial_condition_records = {
-    {"title", "'Initial conditions'"},
+    {"heading of the section", "'Initial conditions'"},
     {"system count", "2"},
     {"segment count", "2"},
     {"caption of the system", "Ammonia"},
@@ -297,7 +297,7 @@ Records current_opening() {
                         {"output interval", "0.25"},
                         {"system name", "NH-34     Ammonia"},
                         {"system name", "DISOX     Dissolved Oxygen"},
-                        {"title", "Segments"},
+                        {"heading of the section", "Segments"},
                     });
     append(records, segment_setting_records);
     append(
@@ -318,9 +318,9 @@ Records current_opening() {
 
 Records current_records() {
     Records records = current_opening();
-    append(records, {{"first title", "'Flow paths'"}, {"second title", "Fields"}});
+    append(records, {{"first heading", "'Flow paths'"}, {"second heading", "Fields"}});
     append(records, flow_field_records);
-    append(records, {{"title", "Series"}});
+    append(records, {{"heading of the section", "Series"}});
     append(records, flow_series_records);
     append(records, {{"heading of the section", "'Dispersive exchange'"}});
     append(records, exchange_records);

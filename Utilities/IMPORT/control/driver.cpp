@@ -25,6 +25,8 @@ void reset(ImportModule &module) {
     cleared.notice = module.shared.notice;
     cleared.notice_context = module.shared.notice_context;
     module.shared = cleared;
+    module.path.assign("");
+    module.reader.start_counting();
     module.simulation_length = 0;
     module.flow_option = 0;
     module.system_of_state_variable = {};
@@ -79,10 +81,9 @@ void ask_for_file(ImportModule &module) {
     name.fill(' ');
     send<"GFILENAME">(Result{name});
     module.reader.start_counting();
-    module.shared.import_error = 0;
+    module.shared.import_error = 0; // whatever a host wrote while a question was open
     module.path.assign(path_in(name));
-    const FixedText<512> answer = name;
-    name.assign({answer.trimmed(), nul});
+    name.assign({name.trimmed(), nul});
     name_model_file(name, module.model_file_name);
 }
 

@@ -45,7 +45,7 @@ struct ImportModule {
     FixedText<512> model_file_name; ///< keeps what stands behind its ".KIF" from import to import
 
     float simulation_length = 0;  ///< days
-    std::int32_t flow_option = 0; ///< element 1; 0 where there is no segment
+    std::int32_t flow_option = 0; ///< legacy: the file's; current: of segment 1, 0 without one
     std::array<std::int32_t, legacy_system_count> system_of_state_variable{};
     ChunkedList<std::int32_t> inflow_count; ///< functions of each flow field
 

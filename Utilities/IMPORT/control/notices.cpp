@@ -117,6 +117,9 @@ void give_read_failure(const ImportModule &module) {
 
 void give_left_out(void *module, const char *field, FilePlace place) {
     const ImportModule &import_module = *static_cast<const ImportModule *>(module);
+    // The first section reads the header again, and tells what it leaves out.
+    if (import_module.section_number == 0)
+        return;
     // With the network alone, nobody gets the data from the boundaries on.
     constexpr auto first_beside_network =
         static_cast<std::int32_t>(SectionNumber::boundary_conditions);

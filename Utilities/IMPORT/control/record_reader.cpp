@@ -447,9 +447,9 @@ bool RecordReader::unguarded_text_list(char *target, std::size_t width) {
         end_list();
     if (ok())
         return true;
-    // Nobody asks what a title says. At the end of the file it is blank; any other that cannot be
-    // read is one line.
-    const bool at_end = failure_.is_at_end();
+    // Nobody asks what a title says. At the end of the file, or where the system cannot read on, it
+    // is blank; any other that cannot be read is one line.
+    const bool at_end = failure_.is_at_end() || failure_.kind == ReadFailureKind::system_error;
     failure_ = ReadFailure{};
     std::fill_n(target, width, ' ');
     if (!at_end && stream_.go_back(start)) {

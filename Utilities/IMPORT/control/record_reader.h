@@ -50,11 +50,9 @@ struct BoundedField {
 }
 
 /// A text item that nobody needs: headings and titles.
-struct UnusedText {
-    const char *name;
-};
+struct UnusedText {};
 
-[[nodiscard]] constexpr UnusedText unused_text(const char *name) { return {name}; }
+inline constexpr UnusedText unused_text;
 
 /// One member of a section's row that a record fills. Lists of these are data: `fields_of` aims one
 /// at a row.
@@ -203,7 +201,8 @@ class RecordReader {
             return;
         fixed_record<layout>(field(statement, text));
         if (!ok()) {
-            // a text is never bad: only the end of the file can be the reason
+            // a text is never bad: the end of the file is the reason, or an error of the system,
+            // which the next record meets
             failure_ = ReadFailure{};
             text.fill(' ');
         }

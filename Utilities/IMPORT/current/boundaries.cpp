@@ -11,7 +11,7 @@ namespace {
 /// Reads the section and returns its system count.
 std::int32_t read_boundaries(ImportModule &module, SystemSeriesTable &table) {
     RecordReader &reader = module.reader;
-    reader.list("heading of the section", unused_text("heading"));
+    reader.list("heading of the section", unused_text);
     if (reader.ok())
         console::write_line("Reading Boundary Information");
     const std::int32_t system_count =

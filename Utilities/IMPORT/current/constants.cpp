@@ -25,7 +25,7 @@ struct ConstantTable {
 };
 
 void read_constants(RecordReader &reader, ConstantTable &table) {
-    reader.list("heading of the section", unused_text("heading"));
+    reader.list("heading of the section", unused_text);
     const std::int32_t count = read_count(reader, "constant count");
     table.count_record = reader.last_record();
     reader.for_each_record(count, [&](std::int32_t) {

@@ -9,8 +9,8 @@ namespace kova_import::current {
 void flowpath_v2(ImportModule &module) {
     FlowPathTable table;
     table.segment_count = module.shared.segment_count;
-    module.reader.list("first title", unused_text("title"));
-    module.reader.list("second title", unused_text("title"));
+    module.reader.list("first heading", unused_text);
+    module.reader.list("second heading", unused_text);
     read_flow_fields(module, table);
     if (module.reader.ok())
         send_flow_paths(module, table);

@@ -34,7 +34,7 @@ void give_smaller_count(const ImportModule &module, std::int32_t before, std::in
 /// Reads the section and returns its counts.
 InitialConditionCounts read_initial_conditions(ImportModule &module, InitialConditionTable &table) {
     RecordReader &reader = module.reader;
-    reader.list("title", unused_text("title"));
+    reader.list("heading of the section", unused_text);
     InitialConditionCounts counts;
     const std::int32_t systems_before = module.shared.system_count;
     counts.systems = read_shared_count(reader, "system count", module.shared.system_count);

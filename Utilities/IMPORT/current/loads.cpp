@@ -8,7 +8,7 @@ namespace kova_import::current {
 void loads_v2(ImportModule &module) {
     RecordReader &reader = module.reader;
     LoadTable table;
-    reader.list("heading of the section", unused_text("heading"));
+    reader.list("heading of the section", unused_text);
     const std::int32_t system_count = read_load_settings(module, table);
     reader.for_each_record(system_count, [&](std::int32_t system) {
         read_load_heading(reader);

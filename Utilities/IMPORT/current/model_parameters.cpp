@@ -14,7 +14,7 @@ void read_parameters(ImportModule &module, ModelParameters &parameters) {
     FixedText<80> title;
     if (!reader.unguarded_list("title", title))
         give_reason(module, IMPORT_EXPORT_DEFAULTED,
-                    "The title cannot be read and is passed over with its line.");
+                    "The title cannot be read; it counts as one line.");
     read_period(module, parameters);
     read_options(module, parameters);
     reader.list("output interval", field("output interval", parameters.output_interval));

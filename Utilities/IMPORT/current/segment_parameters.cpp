@@ -34,7 +34,7 @@ struct SegmentParameterTable {
 };
 
 void read_list(RecordReader &reader, SegmentParameterTable &table) {
-    reader.list("heading of the parameter list", unused_text("heading"));
+    reader.list("heading of the parameter list", unused_text);
     reader.for_each_record(table.parameter_count, [&](std::int32_t) {
         ParameterIdentity parameter;
         float scale = 0;
@@ -82,14 +82,14 @@ void read_segment(ImportModule &module, std::int32_t segment, SegmentParameterTa
 
 void read_segment_parameters(ImportModule &module, SegmentParameterTable &table) {
     RecordReader &reader = module.reader;
-    reader.list("heading of the section", unused_text("heading"));
+    reader.list("heading of the section", unused_text);
     table.segment_count = read_shared_count(reader, "segment count", module.shared.segment_count);
     table.parameter_count = read_count(reader, "segment-parameter count");
     table.count_record = reader.last_record();
     read_list(reader, table);
     if (table.parameter_count <= 0)
         return;
-    reader.list("heading of the parameter values", unused_text("heading"));
+    reader.list("heading of the parameter values", unused_text);
     reader.for_each_record(table.segment_count,
                            [&](std::int32_t segment) { read_segment(module, segment, table); });
 }

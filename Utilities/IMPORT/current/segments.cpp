@@ -36,11 +36,10 @@ FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool ind
     if (!indexed)
         return with_nul(terminated);
     FixedText<40> result;
-    FixedText<4> digits;
-    const auto text = name_digits(number, digits);
-    if (!text)
+    const ShortText<4> digits = name_digits(number);
+    if (digits.view().empty())
         return result;
-    result.assign({"Seg-", *text, "-", terminated.view()});
+    result.assign({"Seg-", digits.view(), "-", terminated.view()});
     std::replace(result.data(), result.data() + result.trimmed().size(), ' ', '-');
     return with_nul(result);
 }
@@ -54,12 +53,12 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
     if (!reader.ok())
         return;
     give_other_number(module, segment_number, number);
-    add_name(module, table, number, name, host_name);
+    add_name(module, table, number, name);
 }
 
 void read_segments(ImportModule &module, SegmentTable &table) {
     RecordReader &reader = module.reader;
-    reader.list("title", unused_text("title"));
+    reader.list("heading of the section", unused_text);
     read_segment_settings(module, table);
     read_segment_records(
         reader, table, [&](std::int32_t number) { read_name(module, number, table); },

@@ -34,7 +34,7 @@ void read_time_function(RecordReader &reader, TimeFunctionTable &table) {
 }
 
 void read_time_functions(RecordReader &reader, TimeFunctionTable &table) {
-    reader.list("heading of the section", unused_text("heading"));
+    reader.list("heading of the section", unused_text);
     const std::int32_t count = read_count(reader, "time-function count");
     table.count_record = reader.last_record();
     if (reader.ok())

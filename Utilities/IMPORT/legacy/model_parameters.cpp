@@ -25,7 +25,7 @@ void read_output_intervals(ImportModule &module, ModelParameters &parameters) {
     });
     if (reader.ok() && record_count > 1)
         give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
-                    "Of several output intervals only the last one comes across.", record_count);
+                    "Of several output intervals only the last one comes across.");
 }
 
 // Two blocks at the end of the section belong to functions that the model has lost. Each is a count
@@ -37,8 +37,7 @@ void skip_block(ImportModule &module, const char *count_name, const char *record
     reader.for_each_record(record_count, [&](std::int32_t) { reader.list(record_name); });
     if (reader.ok() && record_count > 0)
         give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
-                    "The block belongs to a function that the current model does not have.",
-                    record_count);
+                    "The block belongs to a function that the current model does not have.");
 }
 
 // Tells which systems of the file the host will not simulate.

@@ -17,13 +17,13 @@ FixedText<40> host_name(const FixedText<40> &name, std::int32_t number, bool ind
     if (!indexed)
         return with_nul(terminated);
     FixedText<40> result;
-    FixedText<4> digits;
-    if (const auto text = name_digits(number, digits)) {
-        result.assign({"Seg-", *text, "-", terminated.view()});
-        return with_nul(result);
+    const ShortText<4> digits = name_digits(number);
+    if (digits.view().empty()) {
+        result.fill('\0');
+        return result;
     }
-    result.fill('\0');
-    return result;
+    result.assign({"Seg-", digits.view(), "-", terminated.view()});
+    return with_nul(result);
 }
 
 void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
@@ -36,7 +36,7 @@ void read_name(ImportModule &module, std::int32_t number, SegmentTable &table) {
         return;
     console::write_line("Reading Segment: ", number, " Name: ", content_of(name.view()));
     give_other_number(module, segment_number, number);
-    add_name(module, table, number, name, host_name);
+    add_name(module, table, number, name);
 }
 
 void read_segments(ImportModule &module, SegmentTable &table) {

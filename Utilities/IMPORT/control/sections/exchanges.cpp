@@ -65,7 +65,7 @@ void read_exchange_fields(ImportModule &module, ExchangeTable &table) {
     RecordReader &reader = module.reader;
     table.field_count = read_count(reader, "exchange-field count");
     reader.for_each_record(table.field_count, [&](std::int32_t number) {
-        reader.list("heading of the exchange field", unused_text("heading"));
+        reader.list("heading of the exchange field", unused_text);
         const std::int32_t function_count =
             read_count(reader, "function count of the exchange field");
         if (reader.ok())

@@ -18,7 +18,8 @@ constexpr auto flow_breakpoint_members = std::tuple{
     member("second value", &Breakpoint::second),
 };
 
-// Hosts get the counts of the flow paths first and then these: what is more there may be let go.
+// Hosts that got a larger count with the flow paths may drop the fields and functions above this
+// one.
 void give_other_count(const ImportModule &module, std::int32_t of_paths, std::int32_t of_series,
                       const char *reason, std::int32_t number) {
     if (module.reader.ok() && of_series != of_paths)

@@ -71,9 +71,7 @@ std::int32_t read_load_settings(ImportModule &module, LoadTable &table) {
     return read_shared_count(reader, "system count", module.shared.system_count);
 }
 
-void read_load_heading(RecordReader &reader) {
-    reader.list("heading of the loads", unused_text("heading"));
-}
+void read_load_heading(RecordReader &reader) { reader.list("heading of the loads", unused_text); }
 
 void read_loads_of_system(ImportModule &module, std::int32_t system, SystemSeriesTable &table) {
     RecordReader &reader = module.reader;

@@ -1,6 +1,7 @@
 #include "control/sections/model_parameters.h"
 
 #include "control/notices.h"
+#include "control/sections/counts.h"
 
 namespace kova_import {
 
@@ -25,11 +26,9 @@ void read_period(ImportModule &module, ModelParameters &parameters) {
                 field("skip minute", parameters.skip_time.minute),
                 field("skip second", parameters.skip_time.second));
     reader.list("simulation length", field("simulation length", parameters.simulation_length));
-    reader.list("system count", field("system count", parameters.system_count));
-    if (!reader.ok())
-        return;
-    module.simulation_length = parameters.simulation_length;
-    module.shared.system_count = parameters.system_count;
+    parameters.system_count = read_shared_count(reader, "system count", module.shared.system_count);
+    if (reader.ok())
+        module.simulation_length = parameters.simulation_length;
 }
 
 namespace {

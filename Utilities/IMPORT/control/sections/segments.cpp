@@ -4,35 +4,31 @@
 #include "control/report.h"
 #include "control/sections/counts.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
+#include <string_view>
 
 namespace kova_import {
 
 namespace {
 
-/// Whether a name as the host gets it ends in the name of the file, hyphens for blanks.
-bool ends_alike(std::string_view sent, std::string_view wanted) {
-    return sent.size() >= wanted.size() &&
-           std::equal(wanted.begin(), wanted.end(),
-                      sent.end() - static_cast<std::ptrdiff_t>(wanted.size()),
-                      [](char in_file, char at_host) {
-                          return in_file == at_host || (in_file == ' ' && at_host == '-');
-                      });
-}
-
 // Tells when a segment reaches the host without its name or with a shorter one. `name` is the name
 // in the file, of which a part may have been cut already.
-void give_lost_name(const ImportModule &module, std::int32_t number, const FixedText<40> &name,
-                    const FixedText<40> &host_name) {
-    const std::string_view wanted = content_of(name.view());
-    const std::string_view sent = content_of(host_name.view());
-    if (sent.empty() && !wanted.empty())
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
-                    "Segments 999 and from 9999 on have no name where names get their number.",
-                    number);
-    else if (module.reader.text_was_cut() || !ends_alike(sent, wanted))
+void give_lost_name(const ImportModule &module, const SegmentTable &table, std::int32_t number,
+                    const FixedText<40> &name) {
+    std::size_t size = content_of(name.view()).size();
+    if (table.has_indexed_names && size > 0) {
+        const ShortText<4> digits = name_digits(number);
+        if (digits.view().empty()) {
+            give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
+                        "Segments 999 and from 9999 on have no name where names get their number.",
+                        number);
+            return;
+        }
+        size += std::string_view("Seg--").size() + digits.view().size();
+    }
+    if (module.reader.text_was_cut() || size > name.width)
         give_reason(module, IMPORT_EXPORT_CUT, "The name of the segment is cut at 40 characters.",
                     number);
 }
@@ -59,11 +55,15 @@ void send_segment_settings(const SegmentTable &table) {
     send_report_line("Importing Segment Information</span></li>");
 }
 
-std::optional<std::string_view> name_digits(std::int32_t number, FixedText<4> &digits) {
-    if (number < 1 || number == 999 || number >= 9999)
-        return std::nullopt;
-    const char *const end = std::to_chars(digits.data(), digits.data() + digits.width, number).ptr;
-    return std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data()));
+ShortText<4> name_digits(std::int32_t number) {
+    ShortText<4> digits;
+    if (number == 999 || number >= 9999)
+        return digits;
+    std::array<char, 4> characters{};
+    const char *const end =
+        std::to_chars(characters.data(), characters.data() + characters.size(), number).ptr;
+    digits.assign({characters.data(), static_cast<std::size_t>(end - characters.data())});
+    return digits;
 }
 
 void give_other_number(const ImportModule &module, std::int32_t number_in_file,
@@ -76,8 +76,8 @@ void give_other_number(const ImportModule &module, std::int32_t number_in_file,
 }
 
 void add_name(const ImportModule &module, SegmentTable &table, std::int32_t number,
-              const FixedText<40> &name, HostName *host_name) {
-    give_lost_name(module, number, name, host_name(name, number, table.has_indexed_names));
+              const FixedText<40> &name) {
+    give_lost_name(module, table, number, name);
     table.names.push_back(name);
 }
 

@@ -6,10 +6,9 @@
 #include "control/host_link.h"
 #include "control/import_module.h"
 #include "control/packed_list.h"
+#include "control/short_text.h"
 
 #include <cstdint>
-#include <optional>
-#include <string_view>
 #include <tuple>
 
 namespace kova_import {
@@ -44,8 +43,9 @@ struct SegmentTable {
     float bed_time_step = 0; ///< days
     float volume_scale_factor = 0;
     float volume_conversion_factor = 0;
-    bool has_indexed_names = false;  ///< whether hosts get names with the segment's number
-    PackedList<FixedText<40>> names; ///< in the file
+    bool has_indexed_names = false; ///< whether hosts get names with the segment's number
+    PackedList<FixedText<40>>
+        names; ///< in the file: a number in each would make rows of blank ones long
     PackedList<Segment> segments;
 };
 
@@ -80,7 +80,7 @@ inline constexpr RowCommands<
     RowCommand<"PSEGMINDEPTH", &Segment::minimum_depth>>
     segment_geometry_commands;
 
-/// Reads the segment count, the bed-volume settings and the volume factors, up to the caption of
+/// Reads the segment count, the bed-volume settings and the volume factors, and the caption of
 /// the names. Later sections share the count.
 void read_segment_settings(ImportModule &module, SegmentTable &table);
 
@@ -107,20 +107,16 @@ void read_segment_records(RecordReader &reader, SegmentTable &table, ReadName re
 void give_other_number(const ImportModule &module, std::int32_t number_in_file,
                        std::int32_t number);
 
-/// The name of segment `number` as the host gets it, with that number or without it.
-using HostName = FixedText<40>(const FixedText<40> &name, std::int32_t number, bool indexed);
-
 /// Adds the name that was read last, and tells when it does not reach the host whole.
 void add_name(const ImportModule &module, SegmentTable &table, std::int32_t number,
-              const FixedText<40> &name, HostName *host_name);
+              const FixedText<40> &name);
 
 /// Sends what `read_segment_settings` has read, the count apart, and the section's report line.
 void send_segment_settings(const SegmentTable &table);
 
 /// The digits of a segment's number in its name. Numbers 999 and from 9999 on have none: models
 /// that were imported long ago know those segments by an empty name.
-[[nodiscard]] std::optional<std::string_view> name_digits(std::int32_t number,
-                                                          FixedText<4> &digits);
+[[nodiscard]] ShortText<4> name_digits(std::int32_t number);
 
 /// `text` without its trailing blanks and with a NUL behind, where there is room.
 [[nodiscard]] FixedText<40> with_nul(const FixedText<40> &text);
