@@ -95,8 +95,8 @@ typedef void(KOVA_IMPORT_CALL *import_export_notice_function)(void *context,
  * are taken when a section starts or reads them. Every import starts from cleared counts, flags and
  * options; `layout`, `notice` and `notice_context` are left alone. */
 typedef struct import_export_data {
-    int32_t report_tables; /* 1: sections send their HTML tables instead of one line; cleared by
-                              each import */
+    int32_t report_tables; /* 1: the legacy time functions send a table instead of one line; cleared
+                              by each import */
     int32_t layout;        /* number of this struct's layout, IMPORT_EXPORT_LAYOUT */
     int32_t import_error;  /* 1 after a section failed; later sections are skipped */
     int32_t line_counter;  /* read statements begun, from 1; stays at the largest value when it gets

@@ -34,15 +34,19 @@ struct Told {
     }
 };
 
-std::vector<Told> told(const Records &records, std::int32_t section, bool transport_only = false) {
-    ImportSettings settings;
-    settings.transport_only = transport_only;
+std::vector<Told> told_of(const ImportRun &run, std::int32_t section) {
     std::vector<Told> all;
-    for (const Notice &notice : import_text(text_of(records), settings).notices)
+    for (const Notice &notice : run.notices)
         if (notice.section == section)
             all.push_back(
                 {notice.kind, notice.number, notice.name, static_cast<std::size_t>(notice.line)});
     return all;
+}
+
+std::vector<Told> told(const Records &records, std::int32_t section, bool transport_only = false) {
+    ImportSettings settings;
+    settings.transport_only = transport_only;
+    return told_of(import_text(text_of(records), settings), section);
 }
 
 /// The records with a section's own records, from `first` up to the record `next`, replaced.
@@ -127,6 +131,33 @@ TEST(KineticsNotices, TellOfBreakpointsThatAreReplacedOrTakenAway) {
     EXPECT_EQ(all[1].name, "Third");
 }
 
+TEST(KineticsNotices, BreakpointsThatARecordLeavesAreNotReplaced) {
+    Records records = with_time_functions({{1, "First"}, {1, "Second"}});
+    for (const auto &[second, replaced] : {std::pair{"/\n/", 0U},
+                                           {"1\n0 5", 0U},
+                                           {"1\n,5", 0U},
+                                           {"2\n/\n1 1", 0U},
+                                           {"1\n0 6", 1U},
+                                           {"0", 1U}}) {
+        records = with(records, "breakpoint count of the time function", "1\n0 5", 0);
+        records = with(records, "breakpoint count of the time function", second, 1);
+        const ImportRun run = import_text(text_of(records));
+        EXPECT_EQ(run.notices_of(IMPORT_EXPORT_REPLACED).size(), replaced) << second;
+    }
+}
+
+TEST(KineticsNotices, TellOfNamesOfTimeFunctionsThatAreCut) {
+    const std::string name = "'" + std::string(31, 'n') + "'";
+    for (const auto &[number, kind] :
+         {std::pair{"1", IMPORT_EXPORT_CUT}, {"99", IMPORT_EXPORT_NOT_IMPORTED}}) {
+        Records records = with_time_functions({{1, "First"}});
+        records = with(records, "number of the time function", number);
+        const auto all = told(with(records, "name of the time function", name), time_functions);
+        ASSERT_EQ(all.size(), 1U) << "a name that nobody gets is not cut";
+        EXPECT_EQ(all[0].kind, kind);
+    }
+}
+
 TEST(KineticsNotices, OtherModelsHaveNeitherTimeFunctionsNorParameters) {
     const Records records = with(legacy_records(), "header", "    8      2");
     const auto functions = told(records, time_functions);
@@ -176,6 +207,25 @@ TEST(KineticsNotices, TellOfSegmentValuesThatAreReplaced) {
     EXPECT_EQ(all[3].kind, IMPORT_EXPORT_DEFAULTED);
     EXPECT_EQ(all[3].number, 14);
     EXPECT_EQ(all[3].name, "Segment Elevation");
+}
+
+TEST(KineticsNotices, TellOfSegmentParametersThatStandTwiceInTheList) {
+    Records records = with(legacy_records(), "segment parameter", "2 1.5");
+    records = with(records, "segment parameter", "2 2.5", 1);
+    for (const std::size_t segment : {0U, 2U}) {
+        records = with(records, "value of the segment parameter", "2 20", segment);
+        records = with(records, "value of the segment parameter", "2 20", segment + 1);
+    }
+    const auto all = told(records, segment_parameters);
+    ASSERT_EQ(all.size(), 3U) << "the value of each segment, and the scale factor";
+    EXPECT_EQ(all[2], (Told{IMPORT_EXPORT_REPLACED, 2, "Water Temperature", 0}));
+    EXPECT_EQ(import_text(text_of(records)).arguments_of("PSCALEPARAMBYISC"),
+              (std::vector<std::string>{"int 1, int 1, real 1.5", "int 1, int 1, real 2.5"}));
+    // a number that becomes nothing has no scale factor to lose
+    for (Record &record : records)
+        if (record.name == "segment parameter" || record.name == "value of the segment parameter")
+            record.text = "20 1.5";
+    EXPECT_TRUE(import_text(text_of(records)).notices_of(IMPORT_EXPORT_REPLACED).empty());
 }
 
 TEST(KineticsNotices, TellOfSegmentValuesWhoseNumberLeavesTheList) {
@@ -414,14 +464,54 @@ TEST(CurrentKineticsNotices, TellOfInitialConditionsOfFewerSystemsOrSegments) {
         std::vector<Told> about = told(systems, initial_conditions);
         ASSERT_EQ(about.size(), 1U) << fewer;
         EXPECT_EQ(about[0],
-                  (Told{IMPORT_EXPORT_NOT_IMPORTED, 0, "", line_of(systems, "system count", 3)}));
+                  (Told{IMPORT_EXPORT_DEFAULTED, 0, "", line_of(systems, "system count", 3)}));
         EXPECT_EQ(told(systems, initial_conditions, true), std::vector<Told>{});
     }
     const Records segments = with(current_records(), "segment count", "0", 2);
     const std::vector<Told> about = told(segments, initial_conditions);
     ASSERT_GE(about.size(), 1U);
     EXPECT_EQ(about[0],
-              (Told{IMPORT_EXPORT_NOT_IMPORTED, 0, "", line_of(segments, "segment count", 2)}));
+              (Told{IMPORT_EXPORT_DEFAULTED, 0, "", line_of(segments, "segment count", 2)}));
+}
+
+// What a record of a bypassed system leaves out, nobody would have got.
+TEST(KineticsNotices, NothingIsToldOfItemsLeftOutOfASystemThatStaysBehind) {
+    const auto left_out = [](const Records &records) {
+        return import_text(text_of(records)).notices_of(IMPORT_EXPORT_DEFAULTED).size();
+    };
+    Records records = with(legacy_records(), "density of the system", "/", 1);
+    records = with(records, "initial condition", "2 /", 3);
+    EXPECT_EQ(left_out(records), 3U);
+    EXPECT_EQ(left_out(with(records, "bypass flags", "0 1 1")), 0U);
+    // and again of the next system
+    EXPECT_EQ(left_out(with(records, "bypass flags", "1 0 1")), 3U);
+}
+
+TEST(KineticsNotices, TellOfInitialConditionsOfFewerSegments) {
+    const Records records = with(legacy_records(), "segment count", "0", 2);
+    const std::vector<Told> about = told(records, initial_conditions);
+    ASSERT_GE(about.size(), 1U);
+    EXPECT_EQ(about[0],
+              (Told{IMPORT_EXPORT_DEFAULTED, 0, "", line_of(records, "segment count", 2)}));
+}
+
+// The counts of loads and segment parameters, which sections share, are not those of the host.
+TEST(CurrentKineticsNotices, CompareInitialConditionsWithTheModelOfTheHost) {
+    const auto between = [](ImportSettings &settings, std::int32_t systems, std::int32_t segments) {
+        settings.before = [=](const kova_host::ReceivedCommand &command) {
+            if (command.keyword != "PCONSTANTSREFRESH")
+                return;
+            IMPORT_EXPORT.system_count = systems;
+            IMPORT_EXPORT.segment_count = segments;
+        };
+    };
+    ImportSettings settings;
+    between(settings, 3, 5);
+    EXPECT_EQ(told_of(import_text(text_of(current_records()), settings), initial_conditions),
+              std::vector<Told>{});
+    between(settings, 1, 1);
+    Records records = with(current_records(), "system count", "1", 3);
+    EXPECT_EQ(told_of(import_text(text_of(records), settings), initial_conditions).size(), 1U);
 }
 
 TEST(CurrentKineticsNotices, TellOfValueRecordsOfOtherSegments) {

@@ -75,6 +75,25 @@ TEST(KineticsState, AHostThatWritesTheCountsInMidSectionChangesNothing) {
     }
 }
 
+// A notice comes between the records of a section: what is simulated is asked before the first.
+TEST(KineticsState, ANoticeFunctionThatWritesTheCountsChangesNoConstant) {
+    Records records = with(legacy_records(), "constant", "110 1");
+    records = with(records, "constant", "111 2", 1);
+    const ImportRun undisturbed = import_text(text_of(records));
+    ASSERT_EQ(undisturbed.arguments_of("PADDCONST").size(), 0U) << "no phytoplankton";
+    ImportSettings settings;
+    settings.want_notices = false;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS")
+            IMPORT_EXPORT.notice = [](void * /*context*/, const import_export_notice *notice) {
+                if (notice->number == 110)
+                    IMPORT_EXPORT.phytoplankton_count = 1;
+            };
+    };
+    EXPECT_EQ(import_text(text_of(records), settings).log, undisturbed.log);
+    EXPECT_EQ(IMPORT_EXPORT.phytoplankton_count, 1) << "the host has written it";
+}
+
 TEST(KineticsState, TablesAreSentAsTheFlagStands) {
     ImportSettings settings;
     // the head is a notice, the first function has a row, the second none, and the end is missing

@@ -103,6 +103,10 @@ TEST(NetworkNotices, TellOfFileNamesThatAreCut) {
                                  {loads, IMPORT_EXPORT_CUT, 0, "non-point-source file",
                                   line_of(records, "non-point-source file")},
                              }));
+    // which with the network alone nobody would have got
+    EXPECT_EQ(told(records, true),
+              (std::vector<Told>{{flow_paths, IMPORT_EXPORT_CUT, 0, "hydrodynamic file",
+                                  line_of(records, "hydrodynamic file")}}));
 }
 
 TEST(NetworkNotices, TellOfFieldsThatGetTheFactorsOfAnother) {

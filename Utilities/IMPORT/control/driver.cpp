@@ -27,6 +27,8 @@ void reset(ImportModule &module) {
     module.shared = cleared;
     module.path.assign("");
     module.reader.start_counting();
+    module.host_system_count = 0;
+    module.host_segment_count = 0;
     module.simulation_length = 0;
     module.flow_option = 0;
     module.system_of_state_variable = {};

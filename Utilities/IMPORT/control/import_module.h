@@ -44,13 +44,17 @@ struct ImportModule {
     ShortText<512> path;            ///< of the import file, as it is opened
     FixedText<512> model_file_name; ///< keeps what stands behind its ".KIF" from import to import
 
-    float simulation_length = 0;  ///< days
+    std::int32_t host_system_count = 0;  ///< as sent by "PNUMSYS"
+    std::int32_t host_segment_count = 0; ///< as sent by "PNUMSEG"
+    float simulation_length = 0;         ///< days
     std::int32_t flow_option = 0; ///< legacy: the file's; current: of segment 1, 0 without one
     std::array<std::int32_t, legacy_system_count> system_of_state_variable{};
     ChunkedList<std::int32_t> inflow_count; ///< functions of each flow field
 
     const char *section_name = ""; ///< of the section that runs
     std::int32_t section_number = 0;
+    bool drops_system =
+        false;            ///< what is being read belongs to a system that the host does not get
     bool running = false; ///< the utility is at work and waits for a host command to return
 };
 

@@ -118,7 +118,7 @@ void give_read_failure(const ImportModule &module) {
 void give_left_out(void *module, const char *field, FilePlace place) {
     const ImportModule &import_module = *static_cast<const ImportModule *>(module);
     // The first section reads the header again, and tells what it leaves out.
-    if (import_module.section_number == 0)
+    if (import_module.section_number == 0 || import_module.drops_system)
         return;
     // With the network alone, nobody gets the data from the boundaries on.
     constexpr auto first_beside_network =

@@ -34,6 +34,7 @@ void run_section(ImportModule &module, const Section &section, std::int32_t numb
     const FloatingPointScope floating_point;
     module.section_name = section.name;
     module.section_number = number;
+    module.drops_system = false;
     module.reader.start_section();
     try {
         import_section(module, section);

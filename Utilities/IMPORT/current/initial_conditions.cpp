@@ -24,28 +24,18 @@ struct InitialConditionCounts {
     std::int32_t segments = 0;
 };
 
-// The host keeps the systems and segments that it has; those behind a smaller count get nothing.
-void give_smaller_count(const ImportModule &module, std::int32_t before, std::int32_t count,
-                        const char *reason) {
-    if (count < before && is_awaited(module))
-        give_reason(module, IMPORT_EXPORT_NOT_IMPORTED, reason);
-}
-
 /// Reads the section and returns its counts.
 InitialConditionCounts read_initial_conditions(ImportModule &module, InitialConditionTable &table) {
     RecordReader &reader = module.reader;
     reader.list("heading of the section", unused_text);
     InitialConditionCounts counts;
-    const std::int32_t systems_before = module.shared.system_count;
     counts.systems = read_shared_count(reader, "system count", module.shared.system_count);
-    give_smaller_count(module, systems_before, counts.systems,
-                       "The section counts fewer systems than the one before it; the others get no "
-                       "initial conditions.");
-    const std::int32_t segments_before = module.shared.segment_count;
+    if (counts.systems < module.host_system_count && is_awaited(module))
+        give_reason(module, IMPORT_EXPORT_DEFAULTED,
+                    "The section has fewer systems than the model; the others get no initial "
+                    "conditions.");
     counts.segments = read_shared_count(reader, "segment count", module.shared.segment_count);
-    give_smaller_count(module, segments_before, counts.segments,
-                       "The section counts fewer segments than the one before it; the others get "
-                       "no initial conditions.");
+    give_fewer_segments(module, counts.segments);
     reader.for_each_record(counts.systems, [&](std::int32_t system) {
         read_system_caption(reader);
         const InitialSystem values = read_system(module, system);
@@ -62,7 +52,7 @@ void initial_conditions_v2(ImportModule &module) {
     const InitialConditionCounts counts = read_initial_conditions(module, table);
     if (!module.reader.ok())
         return;
-    send_initial_condition_notice();
+    send_initial_condition_line();
     if (module.shared.transport_only == 0)
         send_initial_conditions(module, table, counts.systems, counts.segments);
     console::write_line("Done Reading Initial Conditions");

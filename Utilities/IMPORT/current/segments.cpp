@@ -95,8 +95,10 @@ void send_segments(const SegmentTable &table) {
 void segments_v2(ImportModule &module) {
     SegmentTable table;
     read_segments(module, table);
-    if (module.reader.ok())
-        send_segments(table);
+    if (!module.reader.ok())
+        return;
+    module.host_segment_count = table.segment_count;
+    send_segments(table);
 }
 
 } // namespace kova_import::current

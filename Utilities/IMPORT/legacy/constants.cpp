@@ -39,6 +39,7 @@ struct ConstantSeries {
 };
 
 struct ConstantTable {
+    /// Far above every number of the current model; keeps the table small for any file.
     static constexpr std::int32_t last_number = 3000;
 
     std::map<std::int32_t, Constant> constants; ///< by current number
@@ -48,7 +49,8 @@ struct ConstantTable {
 };
 
 // Counts the columns of another constant than the row's own, whose number is that of the constants
-// on the list so far. Hosts know the constants of benthic algae by the columns that this leaves.
+// on the list so far. So it has always been: the constants of benthic algae themselves mostly stay
+// behind, and the completion note asks users to enter them by hand.
 void count_column_by_place(ConstantTable &table) {
     const std::size_t place = table.mapped.size();
     if (place <= static_cast<std::size_t>(ConstantTable::last_number))
@@ -74,7 +76,7 @@ void apply(const Row &row, float value, RecordPlace place, ConstantTable &table)
 }
 
 // Tells of a constant that comes across as something else, or takes the place of another.
-void give_change(const ImportModule &module, const Row &row, ConstantTable &table) {
+void give_change(const ImportModule &module, const Row &row, const ConstantTable &table) {
     if (!is_awaited(module))
         return;
     if (row.role == ConstantRole::time_function) {
@@ -88,16 +90,19 @@ void give_change(const ImportModule &module, const Row &row, ConstantTable &tabl
                         row.legacy_number);
         return;
     }
+    const auto constant = table.constants.find(row.current_number);
+    if (constant == table.constants.end())
+        return;
     const Constant::Column &before =
-        table.constants[row.current_number].columns[static_cast<std::size_t>(row.column - 1)];
+        constant->second.columns[static_cast<std::size_t>(row.column - 1)];
     if (before.row != nullptr)
         give_named(module, before.place, IMPORT_EXPORT_REPLACED,
                    "A later record of the same number replaces the value.", row.legacy_number,
                    before.row->name);
 }
 
-void translate(const ImportModule &module, std::int32_t legacy_number, float value,
-               ConstantTable &table) {
+void translate(const ImportModule &module, const import_export_data &conditions,
+               std::int32_t legacy_number, float value, ConstantTable &table) {
     const RecordPlace place = module.reader.last_record();
     const Row *const row = find_constant(legacy_number);
     if (row == nullptr) {
@@ -106,7 +111,7 @@ void translate(const ImportModule &module, std::int32_t legacy_number, float val
                         "The current model has no such constant.", legacy_number);
         return;
     }
-    if (!row->condition.holds(module.shared)) {
+    if (!row->condition.holds(conditions)) {
         if (is_awaited(module))
             give_named(module, place, IMPORT_EXPORT_CONDITION_UNMET,
                        "The host does not simulate what the constant belongs to.", legacy_number,
@@ -119,13 +124,15 @@ void translate(const ImportModule &module, std::int32_t legacy_number, float val
 
 void read_constants(ImportModule &module, ConstantTable &table) {
     RecordReader &reader = module.reader;
+    // as they stand when the section starts: a host may write the data block at any notice
+    const import_export_data conditions = module.shared;
     const std::int32_t count = read_count(reader, "constant count");
     reader.for_each_record(count, [&](std::int32_t) {
         std::int32_t legacy_number = 0;
         float value = 0;
         reader.list("constant", field("constant number", legacy_number), field("value", value));
         if (reader.ok())
-            translate(module, legacy_number, value, table);
+            translate(module, conditions, legacy_number, value, table);
     });
 }
 

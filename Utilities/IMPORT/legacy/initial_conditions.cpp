@@ -31,6 +31,8 @@ std::int32_t read_initial_conditions(ImportModule &module, const SimulatedSystem
                 bounded_field("segment count", module.shared.segment_count,
                               segment_count_bounds(module, simulated, system_count)));
     const std::int32_t segment_count = module.shared.segment_count;
+    if (simulated.count() > 0)
+        give_fewer_segments(module, segment_count);
     reader.for_each_record(system_count, [&](std::int32_t system) {
         read_system_caption(reader);
         simulated.read_system(
@@ -54,7 +56,7 @@ void initial_conditions(ImportModule &module) {
     const std::int32_t segment_count = read_initial_conditions(module, simulated, table);
     if (!module.reader.ok())
         return;
-    send_initial_condition_notice();
+    send_initial_condition_line();
     if (module.shared.transport_only == 0)
         send_initial_conditions(module, table, simulated.count(), segment_count);
 }

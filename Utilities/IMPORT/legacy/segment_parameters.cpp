@@ -7,6 +7,7 @@
 #include "control/report.h"
 #include "control/sections/counts.h"
 #include "control/sections/model_parameters.h"
+#include "control/sections/repeated_numbers.h"
 #include "control/sections/segments.h"
 #include "legacy/sections.h"
 #include "legacy/segment_parameter_translation.h"
@@ -61,7 +62,7 @@ std::span<const Row> rows_of(std::int32_t legacy_number) {
     return {first, last};
 }
 
-// Tells, where a legacy number comes up, that nothing or not all becomes of it.
+// Tells, where a legacy number comes up, that nothing becomes of it there.
 void give_untranslated(const ImportModule &module, std::int32_t legacy_number) {
     if (!is_awaited(module))
         return;
@@ -168,7 +169,8 @@ void read_parameters(ImportModule &module, SegmentParameterTable &table) {
     read_segments(module, table);
 }
 
-/// What the host gets of the list, under the conditions that hold when the section has been read.
+/// What the host gets of the list, under the conditions that hold when the section has been read:
+/// its passes must agree, whatever a host writes into the data block between them.
 /// A number can become several parameters: they are found again for each pass over the list, since
 /// a table of them would take many times the room of the list.
 class TranslatedParameters {
@@ -198,6 +200,13 @@ class TranslatedParameters {
                 visit(list.next());
     }
 
+    /// Whether a place of the list with this number becomes a parameter.
+    [[nodiscard]] bool translates(std::int32_t legacy_number) const {
+        const auto rows = rows_of(legacy_number);
+        return conditions_.model_type == eutrophication && !rows.empty() &&
+               rows.front().applies(conditions_);
+    }
+
     [[nodiscard]] bool empty() const {
         bool is_empty = true;
         for_each([&](const Row &, float) { is_empty = false; });
@@ -222,17 +231,30 @@ void give_odd_values(const ImportModule &module, const SegmentParameterTable &ta
         const auto place = static_cast<std::size_t>(number);
         const std::size_t value_count = table.values[place].size();
         const auto rows = rows_of(number);
-        const bool has_counterpart = !rows.empty() && rows.front().applies(module.shared);
         if (is_carried[place] && value_count < segment_count)
             give_named(module, {}, IMPORT_EXPORT_DEFAULTED,
                        "The parameter has no value in some segments, which get 0.", number,
                        rows.front().name);
-        else if (!is_carried[place] && value_count > 0 && has_counterpart &&
-                 module.shared.model_type == eutrophication)
+        else if (!is_carried[place] && value_count > 0 && translated.translates(number))
             give_named(module, {}, IMPORT_EXPORT_NOT_IMPORTED,
                        "The parameter is not on the list in the end; its values stay behind.",
                        number, rows.front().name);
     }
+}
+
+// Hosts get a parameter as often as the list has its number, each time with the same values.
+void give_replaced_scales(const ImportModule &module, const SegmentParameterTable &table,
+                          const TranslatedParameters &translated) {
+    RowWalk list(table.list);
+    for_each_repeated(
+        table.list.size(), [&] { return list.next().legacy_number; },
+        [&](std::int32_t legacy_number) {
+            if (translated.translates(legacy_number))
+                give_named(module, {}, IMPORT_EXPORT_REPLACED,
+                           "Several places of the list have the number of this parameter; the host "
+                           "keeps the last scale factor.",
+                           legacy_number, rows_of(legacy_number).front().name);
+        });
 }
 
 void send_ones(const Row &row, std::int32_t segment_count) {
@@ -280,6 +302,7 @@ void seg_parameters(ImportModule &module) {
         return;
     const TranslatedParameters translated(module.shared, table);
     give_odd_values(module, table, translated);
+    give_replaced_scales(module, table, translated);
     send_parameters(translated, table);
 }
 

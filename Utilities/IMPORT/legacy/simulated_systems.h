@@ -9,8 +9,8 @@
 namespace kova_import::legacy {
 
 /// The systems of the file that the host simulates, as they are when a section starts. The host
-/// numbers them in the order of the file, so that what is read of them one behind the other can be
-/// sent in that order.
+/// numbers them in the order of the file, each for one system, so that what is read of them one behind
+/// the other can be sent in that order.
 class SimulatedSystems {
   public:
     explicit SimulatedSystems(const ImportModule &module);
@@ -34,7 +34,9 @@ class SimulatedSystems {
         const RecordPlace heading = module.reader.last_record();
         Table dropped;
         dropped.is_kept = false;
+        module.drops_system = true;
         read(module, system, dropped);
+        module.drops_system = false;
         if (dropped.holds_data() && is_awaited(module))
             give_reason_at(module, heading, IMPORT_EXPORT_CONDITION_UNMET, reason_to_drop, system);
     }

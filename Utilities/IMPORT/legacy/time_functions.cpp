@@ -24,6 +24,7 @@ struct LegacyTimeFunction {
     FixedText<30> name;
     RecordPlace place; ///< of its name
     std::int32_t breakpoint_count = 0;
+    bool replaces = false; ///< its record wrote over breakpoints of an earlier one
 };
 
 /// The breakpoints of a legacy number. A record that bears the number again writes over them, and
@@ -33,15 +34,14 @@ struct LegacySeries {
     Breakpoints breakpoints; ///< time (days), value
 };
 
-constexpr auto most = static_cast<std::size_t>(legacy_time_function_count);
-
 struct LegacyTimeFunctionTable {
     std::int32_t count = 0;
-    std::array<LegacyTimeFunction, most> functions; ///< in the order of the file
-    std::array<LegacySeries, most> series;          ///< by legacy number
+    std::array<LegacyTimeFunction, legacy_time_function_count>
+        functions;                                               ///< in the order of the file
+    std::array<LegacySeries, legacy_time_function_count> series; ///< by legacy number
 
     [[nodiscard]] std::span<const LegacyTimeFunction> in_file() const {
-        return std::span(functions).first(static_cast<std::size_t>(count));
+        return std::span(functions).first(static_cast<std::size_t>(std::max(count, 0)));
     }
 };
 
@@ -56,35 +56,32 @@ void give(const ImportModule &module, const LegacyTimeFunction &function,
     give_named(module, function.place, kind, reason, function.number, function.name.trimmed());
 }
 
-void read_breakpoint(RecordReader &reader, std::size_t row, Breakpoints &breakpoints) {
+/// Says whether another breakpoint stood in the place.
+bool read_breakpoint(RecordReader &reader, std::size_t row, Breakpoints &breakpoints) {
     const bool is_there = row < breakpoints.size();
-    Breakpoint breakpoint = is_there ? breakpoints[row] : Breakpoint{};
+    const Breakpoint before = is_there ? breakpoints[row] : Breakpoint{};
+    Breakpoint breakpoint = before;
     reader.list("breakpoint of the time function", fields_of(breakpoint, time_and_value));
     if (!reader.ok())
-        return;
-    if (is_there)
-        breakpoints[row] = breakpoint;
-    else
+        return false;
+    if (!is_there) {
         breakpoints.push_back(breakpoint);
+        return false;
+    }
+    breakpoints[row] = breakpoint;
+    return breakpoint.first != before.first || breakpoint.second != before.second;
 }
 
-void read_series(RecordReader &reader, LegacySeries &series) {
+/// Says whether breakpoints of an earlier record were written over, or left behind the end.
+bool read_series(RecordReader &reader, LegacySeries &series) {
+    const std::int32_t count_before = series.breakpoint_count;
     reader.list("breakpoint count of the time function",
                 field("breakpoint count of the time function", series.breakpoint_count));
+    bool replaces = series.breakpoint_count < count_before;
     reader.for_each_record(series.breakpoint_count, [&](std::int32_t place) {
-        read_breakpoint(reader, row_of(place), series.breakpoints);
+        replaces |= read_breakpoint(reader, row_of(place), series.breakpoints);
     });
-}
-
-// Numbers that no legacy model has are checked like others and let go.
-void pass_over_series(RecordReader &reader) {
-    std::int32_t breakpoint_count = 0;
-    reader.list("breakpoint count of the time function",
-                field("breakpoint count of the time function", breakpoint_count));
-    reader.for_each_record(breakpoint_count, [&](std::int32_t) {
-        Breakpoint breakpoint;
-        reader.list("breakpoint of the time function", fields_of(breakpoint, time_and_value));
-    });
+    return replaces;
 }
 
 void read_time_function(ImportModule &module, LegacyTimeFunction &function,
@@ -94,14 +91,13 @@ void read_time_function(ImportModule &module, LegacyTimeFunction &function,
                 field("number of the time function", function.number));
     reader.list("name of the time function", field("name", function.name));
     function.place = reader.last_record();
-    if (is_awaited(module) && reader.text_was_cut())
+    if (is_awaited(module) && reader.text_was_cut() && find_time_function(function.number))
         give(module, function, IMPORT_EXPORT_CUT, "The name is cut at 30 characters.");
-    if (!is_legacy_number(function.number)) {
-        pass_over_series(reader);
-        return;
-    }
-    LegacySeries &series = table.series[row_of(function.number)];
-    read_series(reader, series);
+    // Numbers that no legacy model has are checked like others and let go.
+    LegacySeries of_nobody;
+    LegacySeries &series =
+        is_legacy_number(function.number) ? table.series[row_of(function.number)] : of_nobody;
+    function.replaces = read_series(reader, series);
     function.breakpoint_count = series.breakpoint_count;
 }
 
@@ -113,7 +109,6 @@ void read_time_functions(ImportModule &module, LegacyTimeFunctionTable &table) {
     reader.for_each_record(table.count, [&](std::int32_t place) {
         read_time_function(module, table.functions[row_of(place)], table);
     });
-    table.count = std::max(table.count, 0);
 }
 
 void send_message(std::string_view message, const FixedText<30> &name) {
@@ -142,13 +137,13 @@ void give_translation(const ImportModule &module, const LegacyTimeFunction &func
 
 // Tells of functions whose breakpoints a later record of the same number has written over.
 void give_replaced(const ImportModule &module, const LegacyTimeFunctionTable &table) {
-    std::array<const LegacyTimeFunction *, most> latest{};
+    std::array<const LegacyTimeFunction *, legacy_time_function_count> latest{};
     for (const LegacyTimeFunction &function : table.in_file()) {
         const TimeFunctionRow *const row = find_time_function(function.number);
         if (row == nullptr || row->role == TimeFunctionRole::unsupported)
             continue;
         const LegacyTimeFunction *&before = latest[row_of(function.number)];
-        if (before != nullptr && before->breakpoint_count > 0)
+        if (before != nullptr && function.replaces)
             give(module, *before, IMPORT_EXPORT_REPLACED,
                  "A later record of the same number replaces the breakpoints.");
         before = &function;

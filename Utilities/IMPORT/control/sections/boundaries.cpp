@@ -36,7 +36,7 @@ void read_boundaries_of_system(ImportModule &module, std::int32_t system,
         reader.fixed<"(2(F10.0))">("factors of the boundaries",
                                    field("scale factor", boundaries.factor),
                                    field("conversion factor", conversion_factor));
-        // Blank columns are 0, and 1 changes nothing.
+        // Blank columns are 0 like a written 0, and 1 changes nothing.
         if (conversion_factor != 0 && conversion_factor != 1 && table.is_kept && is_awaited(module))
             give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
                         "The conversion factor of the boundaries does not come across.", system);

@@ -18,9 +18,9 @@ void read_boundaries_of_system(ImportModule &module, std::int32_t system, System
 
 /// Reads the systems of the section, with progress. Progress is counted against `progress_total`.
 /// `read_system(number)` reads a system behind its heading, which `hear_heading` gets before.
-template <class HearHeading, class ReadSystem>
+template <class ReadSystem>
 void read_boundary_systems(ImportModule &module, std::int32_t system_count,
-                           std::int32_t progress_total, HearHeading hear_heading,
+                           std::int32_t progress_total, void (*hear_heading)(const FixedText<80> &),
                            ReadSystem read_system) {
     RecordReader &reader = module.reader;
     if (reader.ok())

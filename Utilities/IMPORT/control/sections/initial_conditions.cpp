@@ -136,9 +136,14 @@ void read_initial_concentrations(ImportModule &module, std::int32_t system,
                     system);
 }
 
-void send_initial_condition_notice() {
-    send_report_line("Importing Initial Conditions</span></li>");
+void give_fewer_segments(const ImportModule &module, std::int32_t segment_count) {
+    if (segment_count < module.host_segment_count && is_awaited(module))
+        give_reason(module, IMPORT_EXPORT_DEFAULTED,
+                    "The section has fewer segments than the model; the others get no initial "
+                    "conditions.");
 }
+
+void send_initial_condition_line() { send_report_line("Importing Initial Conditions</span></li>"); }
 
 void send_initial_conditions(const ImportModule &module, const InitialConditionTable &table,
                              std::int32_t system_count, std::int32_t segment_count) {

@@ -39,14 +39,18 @@ void read_system_caption(RecordReader &reader);
 /// Reads what belongs to a system as a whole, behind its caption.
 [[nodiscard]] InitialSystem read_initial_system(RecordReader &reader);
 
-/// Reads the concentrations of a system, and adds them with `values` to the table as those of the
+/// Reads the second caption of a system and its concentrations, and adds them with `values` to the table as those of the
 /// next system. Segments that no record names have concentrations of 0.
 void read_initial_concentrations(ImportModule &module, std::int32_t system,
                                  const InitialSystem &values, std::int32_t segment_count,
                                  InitialConditionTable &table);
 
+/// Tells when the section has fewer segments than the host, where the others get no initial
+/// conditions.
+void give_fewer_segments(const ImportModule &module, std::int32_t segment_count);
+
 /// Sends the line of the report.
-void send_initial_condition_notice();
+void send_initial_condition_line();
 
 /// Sends the systems that the host numbers 1 .. `system_count`, each in segments 1 ..
 /// `segment_count`. Systems that the table does not hold are 0.

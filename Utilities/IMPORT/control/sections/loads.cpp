@@ -66,7 +66,8 @@ std::int32_t read_load_settings(ImportModule &module, LoadTable &table) {
     if (table.load_option > 0) {
         reader.fixed<"(A512)">("non-point-source file",
                                field("file name", table.non_point_source_file));
-        give_cut_file_name(module);
+        if (is_awaited(module))
+            give_cut_file_name(module);
     }
     return read_shared_count(reader, "system count", module.shared.system_count);
 }

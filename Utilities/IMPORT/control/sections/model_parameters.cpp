@@ -163,8 +163,9 @@ void send_options(const ModelParameters &parameters) {
 
 } // namespace
 
-void send_model(const ImportModule &module, const ModelParameters &parameters,
-                std::int32_t system_count, const SystemNames &systems) {
+void send_model(ImportModule &module, const ModelParameters &parameters, std::int32_t system_count,
+                const SystemNames &systems) {
+    module.host_system_count = system_count;
     send_period(module, parameters);
     send_systems(system_count, systems);
     send_options(parameters);

@@ -85,7 +85,7 @@ void send_parameter_table(const ModelParameters &parameters, const char (&title)
 
 /// Sends the model file name and the dates, the systems with their table, and the options and time
 /// steps. `system_count` is the number of systems as the host gets it.
-void send_model(const ImportModule &module, const ModelParameters &parameters,
-                std::int32_t system_count, const SystemNames &systems);
+void send_model(ImportModule &module, const ModelParameters &parameters, std::int32_t system_count,
+                const SystemNames &systems);
 
 } // namespace kova_import

@@ -11,7 +11,7 @@ namespace kova_import {
 /// A parameter as the host knows it.
 struct ParameterIdentity {
     std::int32_t number = 0;
-    std::int32_t class_index = 0; ///< 1, or that of a solid or phytoplankton group
+    std::int32_t class_index = 0; ///< legacy: 1, or a solid or phytoplankton group; current: any
     friend bool operator==(const ParameterIdentity &, const ParameterIdentity &) = default;
 };
 
