@@ -196,6 +196,17 @@ void change_line_end(Lines &lines, Random &random) {
 
 } // namespace
 
+std::string_view file_behind(std::size_t options, const std::uint8_t *data, std::size_t size) {
+    return {reinterpret_cast<const char *>(data) + options, size - options};
+}
+
+std::size_t put_file_behind(std::size_t options, std::string_view file, std::uint8_t *data,
+                            std::size_t most) {
+    const std::size_t size = std::min(file.size(), most - options);
+    std::copy_n(file.data(), size, data + options);
+    return options + size;
+}
+
 std::string mutated_file(std::string_view text, std::uint32_t seed) {
     // What keeps counts and records together comes more than once.
     constexpr std::array changes = {change_value,

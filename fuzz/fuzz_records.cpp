@@ -1,11 +1,7 @@
-// Fuzzes the record reader. The first line of the input is a program, one letter a read statement;
-// the rest is the file. The program is run over and over, as long as the reads succeed.
-//
-// In the program, '<' makes the reader read everything a second time behind a first line that is so
-// long that the stream's buffer slides somewhere in the file. In the file, the byte 0x01 stands for
-// a long run: of the byte behind it, as long as the next byte says.
+// Fuzzes the record reader, with the programs of record_program.h.
 
 #include "fuzz/fuzz_support.h"
+#include "fuzz/record_program.h"
 
 #include "control/number_text.h"
 #include "control/plain_number.h"
@@ -23,21 +19,16 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <type_traits>
 
 namespace kova_fuzz {
 namespace {
 
-using kova_import::field;
-using kova_import::FixedText;
 using kova_import::NumberText;
 using kova_import::ReadFailure;
 using kova_import::ReadFailureKind;
 using kova_import::RecordReader;
 
 // Numbers
-
-constexpr bool is_digit(char character) { return character >= '0' && character <= '9'; }
 
 /// A real number as the C library understands it, or nothing when `token` is none.
 std::optional<std::string> spelled_for_c(std::string_view token) {
@@ -183,24 +174,6 @@ void check_numbers(const TextLines &lines) {
 
 // Read statements
 
-/// Where the values go.
-struct Targets {
-    std::array<std::int32_t, 6> integers{-1, -2, -3, -4, -5, -6};
-    std::array<float, 16> reals{};
-    std::array<std::int32_t, 28> many{};
-    FixedText<1> letter;
-    FixedText<5> short_name;
-    FixedText<30> long_name;
-    FixedText<40> name;
-    FixedText<80> title;
-    FixedText<512> text;
-};
-// Targets are compared by their bytes, so there must be none between the members.
-static_assert(std::is_trivially_copyable_v<Targets>);
-static_assert(sizeof(Targets) == (6 + 16 + 28) * 4 + 1 + 5 + 30 + 40 + 80 + 512);
-
-constexpr std::string_view letters = "abcdefghijklnrABCDEFGHTUV0123456789#%";
-
 /// A reader on a file, and what its statements have done.
 class Session {
   public:
@@ -209,11 +182,7 @@ class Session {
         reader_.start_counting();
     }
 
-    /// Goes over the first line.
-    void skip_first_line() {
-        ++begun_;
-        reader_.list("first line");
-    }
+    void skip_first_line() { statements_.skip_first_line(); }
 
     /// Runs the program until a statement fails or the file has ended; after that nothing must
     /// change any more.
@@ -222,7 +191,7 @@ class Session {
         for (int round = 0; round < most_rounds && reader_.ok(); ++round) {
             for (std::size_t i = 0; i < program.size() && reader_.ok(); ++i) {
                 const std::int64_t line = place().line;
-                perform(program[i]);
+                statements_.perform(program[i]);
                 check_counter();
                 if (!reader_.ok())
                     continue;
@@ -238,19 +207,16 @@ class Session {
             check_that_nothing_changes();
     }
 
-    [[nodiscard]] const Targets &targets() const { return targets_; }
+    [[nodiscard]] const Targets &targets() const { return statements_.targets(); }
     [[nodiscard]] const ReadFailure &failure() const { return reader_.failure(); }
-    [[nodiscard]] std::int64_t begun() const { return begun_; }
+    [[nodiscard]] std::int64_t begun() const { return statements_.begun(); }
     [[nodiscard]] kova_import::FilePlace place() { return reader_.stream().place(); }
 
   private:
-    void perform(char letter);
-    void perform_list(char letter);
-    void perform_fixed(char letter);
-
     void check_counter() {
-        require(reader_.line_counter() == begun_ + 1, "the counter is the statements begun plus 1");
-        require(exported_counter_ == begun_ + 1, "the host's counter is the reader's");
+        require(reader_.line_counter() == begun() + 1,
+                "the counter is the statements begun plus 1");
+        require(exported_counter_ == begun() + 1, "the host's counter is the reader's");
     }
 
     void check_place(const TextLines &lines) {
@@ -264,15 +230,13 @@ class Session {
     }
 
     void check_that_nothing_changes() {
-        const Targets targets = targets_;
         const kova_import::FilePlace failed_at = reader_.failure().place;
         const kova_import::FilePlace stream_at = place();
-        const std::int64_t begun = begun_;
+        Statements<RecordReader> later = statements_;
         for (const char letter : letters)
-            perform(letter);
-        begun_ = begun;
+            later.perform(letter);
         check_counter();
-        require(std::memcmp(&targets, &targets_, sizeof targets) == 0,
+        require(std::memcmp(&targets(), &later.targets(), sizeof(Targets)) == 0,
                 "a statement behind a failure changes no target");
         require(reader_.failure().place.line == failed_at.line &&
                     reader_.failure().place.column == failed_at.column,
@@ -282,113 +246,9 @@ class Session {
     }
 
     std::int32_t exported_counter_ = 0;
-    std::int64_t begun_ = 0;
     RecordReader reader_;
-    Targets targets_;
+    Statements<RecordReader> statements_{reader_};
 };
-
-void Session::perform_list(char letter) {
-    auto &[integers, reals, many, character, short_name, long_name, name, title, text] = targets_;
-    switch (letter) {
-    case 'a':
-        return reader_.list("a", field("1", integers[0]));
-    case 'b':
-        return reader_.list("b", field("1", integers[1]), field("2", integers[2]));
-    case 'c':
-        return reader_.list("c", field("1", integers[0]), field("2", integers[1]),
-                            field("3", integers[2]), field("4", integers[3]),
-                            field("5", integers[4]), field("6", integers[5]));
-    case 'd':
-        return reader_.list("d", field("1", reals[0]));
-    case 'e':
-        return reader_.list("e", field("1", reals[1]), field("2", reals[2]));
-    case 'f':
-        return reader_.list("f", field("1", integers[1]), field("2", name));
-    case 'g':
-        return reader_.list("g", field("1", integers[1]), field("2", integers[2]),
-                            field("3", integers[3]), field("4", reals[0]), field("5", reals[1]),
-                            field("6", reals[2]), field("7", reals[3]), field("8", reals[4]),
-                            field("9", reals[5]), field("10", reals[6]));
-    case 'h':
-        return reader_.list("h", field("1", title));
-    case 'i':
-        return reader_.list("i", field("1", character), field("2", integers[4]),
-                            field("3", short_name), field("4", reals[8]), field("5", text));
-    case 'j':
-        return reader_.list("j", field("1", text), field("2", text));
-    case 'k':
-        return reader_.list("k", field("1", long_name), field("2", reals[9]), field("3", reals[10]),
-                            field("4", reals[11]));
-    default:
-        return reader_.list("nothing");
-    }
-}
-
-void Session::perform_fixed(char letter) {
-    auto &[integers, reals, many, character, short_name, long_name, name, title, text] = targets_;
-    switch (letter) {
-    case 'A':
-        return reader_.fixed<"(I5,5x,I2)">("A", field("1", integers[0]), field("2", integers[1]));
-    case 'B':
-        return reader_.fixed<"(A5,5X,A30)">("B", field("1", short_name), field("2", long_name));
-    case 'C':
-        return reader_.fixed<"(A40)">("C", field("1", name));
-    case 'D':
-        return reader_.fixed<"(I5,5X,A40)">("D", field("1", integers[2]), field("2", name));
-    case 'E':
-        return reader_.fixed<"(4(I5),16(F15.5))">(
-            "E", field("1", integers[0]), field("2", integers[1]), field("3", integers[2]),
-            field("4", integers[3]), field("5", reals[0]), field("6", reals[1]),
-            field("7", reals[2]), field("8", reals[3]), field("9", reals[4]), field("10", reals[5]),
-            field("11", reals[6]), field("12", reals[7]), field("13", reals[8]),
-            field("14", reals[9]), field("15", reals[10]), field("16", reals[11]),
-            field("17", reals[12]), field("18", reals[13]), field("19", reals[14]),
-            field("20", reals[15]));
-    case 'F':
-        return reader_.fixed<"(F10.0,F8.3,2(I3,X,F1.0),A1)">(
-            "F", field("1", reals[3]), field("2", reals[4]), field("3", integers[4]),
-            field("4", reals[5]), field("5", integers[5]), field("6", reals[6]),
-            field("7", character));
-    case 'G':
-        return reader_.fixed<"(2(F4.2,I1),A5)">("G", field("1", reals[7]), field("2", integers[0]),
-                                                field("3", reals[8]), field("4", integers[1]),
-                                                field("5", short_name));
-    default:
-        return reader_.fixed<"(980X,F15.5,I5,3X,A1)">(
-            "H", field("1", reals[9]), field("2", integers[3]), field("3", character));
-    }
-}
-
-void Session::perform(char letter) {
-    constexpr std::array<std::int32_t, 10> counts = {
-        -1, 0, 1, 2, 5, 27, 28, 29, 1000, std::numeric_limits<std::int32_t>::max()};
-    ++begun_;
-    switch (letter) {
-    case 'T':
-        return static_cast<void>(reader_.unguarded_list("T", targets_.title));
-    case 'U':
-        return reader_.unguarded_fixed<"(A40)">("U", targets_.name);
-    case 'V':
-        return static_cast<void>(reader_.unguarded_list("V", targets_.letter));
-    case '#':
-        return reader_.integers("#", "number", targets_.integers[0], targets_.many);
-    case 'r':
-    case '%':
-        --begun_;
-        return reader_.for_each_record(targets_.integers[0], [&](std::int32_t) {
-            ++begun_;
-            if (letter == 'r')
-                perform_list('g');
-            else
-                perform_fixed('D');
-        });
-    default:
-        if (is_digit(letter))
-            return reader_.integers("digit", "number",
-                                    counts[static_cast<std::size_t>(letter - '0')], targets_.many);
-        return letter >= 'a' ? perform_list(letter) : perform_fixed(letter);
-    }
-}
 
 // Failures
 
@@ -425,6 +285,7 @@ void check_failure(const ReadFailure &failure, std::int64_t begun, const TextLin
         require(shown.width == 0 && shown.found.empty(), "nothing stands at the end");
         break;
     case ReadFailureKind::bad_value:
+    case ReadFailureKind::out_of_range:
         require(failure.field[0] != '\0' && failure.expected[0] != '\0',
                 "a bad value has its field and what was expected");
         if (std::string_view(failure.advice).starts_with("Take the quotes"))
@@ -437,7 +298,6 @@ void check_failure(const ReadFailure &failure, std::int64_t begun, const TextLin
     case ReadFailureKind::wide_text:
         break;
     case ReadFailureKind::none:
-    case ReadFailureKind::out_of_range: // no item here has a bound
     case ReadFailureKind::system_error:
     case ReadFailureKind::not_open:
         require(false, "the failure is of a kind that can be");
@@ -469,53 +329,6 @@ void check_same(Session &plain, Session &moved) {
             "neither does its description");
 }
 
-// Inputs
-
-struct Input {
-    std::string program;
-    std::optional<std::size_t> slide; ///< bytes of the file before the buffer slides
-    std::string text;
-};
-
-std::string expanded(std::string_view text) {
-    constexpr std::size_t longest = 160000;
-    constexpr std::size_t run = 97;
-    std::string result;
-    for (std::size_t i = 0; i < text.size() && result.size() < longest; ++i) {
-        if (text[i] == '\x01' && i + 2 < text.size()) {
-            const auto times = static_cast<std::size_t>(static_cast<unsigned char>(text[i + 2]));
-            result.append((times + 1) * run, text[i + 1]);
-            i += 2;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
-}
-
-Input input_of(std::string_view data) {
-    constexpr std::size_t longest_program = 32;
-    Input input;
-    const std::size_t end = std::min(data.find('\n'), data.size());
-    for (std::size_t i = 0; i < std::min(end, longest_program); ++i) {
-        const auto value = static_cast<unsigned char>(data[i]);
-        if (data[i] == '<' && i + 1 < end) // the byte behind it says where
-            input.slide = static_cast<std::size_t>(static_cast<unsigned char>(data[++i])) * 5;
-        else if (letters.find(data[i]) != std::string_view::npos)
-            input.program += data[i];
-        else
-            input.program += letters[value % letters.size()];
-    }
-    input.text = expanded(data.substr(std::min(end + 1, data.size())));
-    return input;
-}
-
-/// Whether the first bytes may say how the file is encoded.
-bool starts_with_encoding(std::string_view text) {
-    return text.starts_with("\xEF\xBB\xBF") || text.starts_with("\xFF\xFE") ||
-           text.starts_with("\xFE\xFF") || text.substr(0, 4).find('\0') != std::string_view::npos;
-}
-
 void run(const Input &input) {
     static MemoryFile file;
     file.write(input.text);
@@ -526,7 +339,8 @@ void run(const Input &input) {
     if (plain.failure().kind != ReadFailureKind::none)
         check_failure(plain.failure(), plain.begun(), lines);
     // Behind another line, a first byte is none, and an end is not the end of nothing.
-    if (!input.slide || input.text.empty() || starts_with_encoding(input.text))
+    if (!input.slide || input.text.empty() || input.text.starts_with("\xEF\xBB\xBF") ||
+        is_wide_text(input.text))
         return;
 
     constexpr std::size_t buffer_size = std::size_t{64} * 1024;

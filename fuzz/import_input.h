@@ -25,6 +25,7 @@ struct Input {
     bool repeat = false;
     bool is_stretched = false; ///< once more, as a large file
     std::uint32_t hash = 0;
+    std::int32_t last_section = 11; ///< behind which the host ends the import
 };
 
 /// The first byte of `data` gives the header and the answers.

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kova_fuzz {
@@ -24,11 +25,15 @@ class FileWriter {
     explicit FileWriter(std::uint32_t seed) : random_(seed) {}
 
     Random &random() { return random_; }
-    [[nodiscard]] const std::string &text() const { return text_; }
+    void start_section() { file_.starts[section_count_++] = file_.text.size(); }
+    [[nodiscard]] NewFile finished() {
+        start_section();
+        return std::move(file_);
+    }
 
     void line(std::string_view content) {
-        text_ += content;
-        text_ += '\n';
+        file_.text += content;
+        file_.text += '\n';
     }
     std::size_t count(std::size_t most) {
         const std::size_t value = random_.below(most + 1);
@@ -37,8 +42,8 @@ class FileWriter {
     }
     /// A record of small numbers behind a whole number of its own.
     void numbers_behind(std::size_t number, std::size_t size) {
-        text_ += std::to_string(number);
-        text_ += ' ';
+        file_.text += std::to_string(number);
+        file_.text += ' ';
         numbers(size);
     }
     /// A free-form text of one value.
@@ -47,9 +52,9 @@ class FileWriter {
     void columns(std::size_t skipped, std::size_t width, std::string_view value) {
         constexpr std::size_t seldom = 16;
         // What stands in skipped columns does not matter.
-        text_.append(skipped, random_.once_in(seldom) ? '7' : ' ');
-        text_.append(width - value.size(), ' ');
-        text_ += value;
+        file_.text.append(skipped, random_.once_in(seldom) ? '7' : ' ');
+        file_.text.append(width - value.size(), ' ');
+        file_.text += value;
     }
     void columns(std::size_t skipped, std::size_t width, std::size_t value) {
         columns(skipped, width, std::to_string(value));
@@ -61,7 +66,7 @@ class FileWriter {
         constexpr std::size_t width = 10;
         columns(skipped, width, random_.any_of(values));
     }
-    void end_line() { text_ += '\n'; }
+    void end_line() { file_.text += '\n'; }
     void any_text() { line(random_.any_of(texts)); }
     /// A record of small numbers, seldom with a gap.
     void numbers(std::size_t size) {
@@ -92,7 +97,8 @@ class FileWriter {
 
   private:
     Random random_;
-    std::string text_;
+    NewFile file_;
+    std::size_t section_count_ = 0;
     std::size_t count_ = 0;
 };
 
@@ -345,43 +351,47 @@ void write_current_constants(FileWriter &file) {
 
 } // namespace
 
-std::string new_legacy_file(std::uint32_t seed) {
+NewFile new_legacy_file(std::uint32_t seed) {
+    constexpr std::array sections = {
+        write_opening,     write_segments,          write_flow_paths,
+        write_flow_series, write_exchanges,         write_boundaries,
+        write_loads,       write_time_functions,    write_segment_parameters,
+        write_constants,   write_initial_conditions};
     FileWriter file(seed);
-    write_opening(file);
-    write_segments(file);
-    write_flow_paths(file);
-    write_flow_series(file);
-    write_exchanges(file);
-    write_boundaries(file);
-    write_loads(file);
-    write_time_functions(file);
-    write_segment_parameters(file);
-    write_constants(file);
-    write_initial_conditions(file);
-    return file.text();
+    for (const auto write : sections) {
+        file.start_section();
+        write(file);
+    }
+    return file.finished();
 }
 
-std::string new_current_file(std::uint32_t seed) {
+NewFile new_current_file(std::uint32_t seed) {
     FileWriter file(seed);
+    const auto write_behind_heading = [&](void (*write)(FileWriter &)) {
+        file.start_section();
+        file.any_name();
+        write(file);
+    };
+    file.start_section();
     write_current_opening(file);
+    file.start_section();
     const bool has_hydrodynamic_file = write_current_segments(file);
+    file.start_section();
     file.any_name();
     file.any_name();
     write_flow_fields(file, has_hydrodynamic_file);
-    file.any_name();
-    write_flow_series(file);
-    file.any_name();
-    write_exchanges(file);
-    file.any_name();
-    write_boundaries(file);
-    file.any_name();
-    write_loads(file);
+    write_behind_heading(write_flow_series);
+    write_behind_heading(write_exchanges);
+    write_behind_heading(write_boundaries);
+    write_behind_heading(write_loads);
+    file.start_section();
     write_current_time_functions(file);
+    file.start_section();
     write_current_segment_parameters(file);
+    file.start_section();
     write_current_constants(file);
-    file.any_name();
-    write_initial_conditions(file);
-    return file.text();
+    write_behind_heading(write_initial_conditions);
+    return file.finished();
 }
 
 } // namespace kova_fuzz

@@ -24,10 +24,10 @@ class TableMemoryWatch {
     static void start_import() { most_ = before_ = now_; }
 
     /// The tables of an import take a few times the memory of their records in the file, and a
-    /// chunk for each list that has begun: no count of the file decides how large they are.
-    static void check_import(std::size_t file_size) {
+    /// chunk for each of the `lists` that have begun: no count of the file decides how large they
+    /// are.
+    static void check(std::size_t file_size, std::size_t lists) {
         constexpr std::size_t times = 4;
-        constexpr std::size_t lists = 12;
         require((most_ - before_) * kova_import::chunk_pool::chunk_bytes <=
                     times * file_size + lists * kova_import::chunk_pool::chunk_bytes,
                 "tables take no more memory than a few times the file");

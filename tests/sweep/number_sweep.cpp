@@ -3,7 +3,7 @@
 // number_sweep all
 //     every decimal of up to 7 digits: the point in every place, and every
 //     exponent that the fast conversion takes
-// number_sweep random COUNT
+// number_sweep random COUNT [SEED]
 //     random decimals of up to 15 digits with points and exponents
 //
 // Both also send a part of the numbers the long way.
@@ -135,11 +135,13 @@ void try_random(std::uint64_t seed, std::uint64_t count, Tally &tally) {
 int main(int argument_count, char **arguments) {
     const std::string_view mode = argument_count > 1 ? arguments[1] : "";
     const bool all = mode == "all" && argument_count == 2;
-    if (!all && !(mode == "random" && argument_count == 3)) {
-        std::fputs("usage: number_sweep all | number_sweep random COUNT\n", stderr);
+    const bool has_seed = argument_count == 4;
+    if (!all && !(mode == "random" && (argument_count == 3 || has_seed))) {
+        std::fputs("usage: number_sweep all | number_sweep random COUNT [SEED]\n", stderr);
         return 2;
     }
     const std::uint64_t count = all ? 0 : std::strtoull(arguments[2], nullptr, 10);
+    const std::uint64_t seed = has_seed ? std::strtoull(arguments[3], nullptr, 10) : 0;
     const std::size_t thread_count = std::max(1U, std::thread::hardware_concurrency());
     std::vector<Tally> tallies(thread_count);
     {
@@ -150,7 +152,7 @@ int main(int argument_count, char **arguments) {
                 if (all)
                     sweep(i, thread_count, tally);
                 else
-                    try_random(i + 1, count / thread_count, tally);
+                    try_random(seed * thread_count + i + 1, count / thread_count, tally);
                 tallies[i] = tally;
             });
     }
