@@ -233,6 +233,16 @@ class BadInput(unittest.TestCase):
         status, _ = self.import_bytes(conditions + "0\n100000\n")
         self.assertEqual(status, 0)
 
+    def test_values_of_the_air_temperature_for_segments_that_no_record_backs(self):
+        functions = "1\n10\nAir\n1\n0 20\n"
+        content = ONE_SYSTEM + NO_SEGMENTS + NO_NETWORK + functions
+        status, result = self.import_bytes(content + "100000\n0\n" + NO_CONSTANTS + NO_INITIAL_CONDITIONS)
+        self.assertEqual(status, 0)
+        sections = {section["name"]: section for section in result["summary"]["sections"]}
+        self.assertEqual(sections["segment parameters"]["brought"], {"parameters": 2, "values": 200000})
+        error = self.assert_read_failure(content + "100001\n0\n", content.count("\n") + 2)
+        self.assertEqual(error["expected"], "at least 1 parameter, with more than 100000 segments")
+
     def test_series_longer_than_the_buffers_are_refused_where_they_are_announced(self):
         boundaries = ONE_SYSTEM + NO_SEGMENTS + NO_FLOW_PATHS + NO_FLOWS + NO_EXCHANGES
         for content, line in ((boundaries + "1\nAmmonia\n1\n1.0\n7\n", 33),

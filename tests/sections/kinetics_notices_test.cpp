@@ -49,17 +49,6 @@ std::vector<Told> told(const Records &records, std::int32_t section, bool transp
     return told_of(import_text(text_of(records), settings), section);
 }
 
-/// The records with a section's own records, from `first` up to the record `next`, replaced.
-Records with_section(const Records &records, std::string_view first, std::size_t occurrence,
-                     std::string_view next, std::size_t next_occurrence, const Records &section) {
-    const auto from = static_cast<std::ptrdiff_t>(position_of(records, first, occurrence));
-    const auto to = static_cast<std::ptrdiff_t>(position_of(records, next, next_occurrence));
-    Records changed(records.begin(), records.begin() + from);
-    changed.insert(changed.end(), section.begin(), section.end());
-    changed.insert(changed.end(), records.begin() + to, records.end());
-    return changed;
-}
-
 struct SmallFunction {
     int number;
     std::string name;
@@ -310,50 +299,6 @@ TEST(KineticsNotices, SayWhatASegmentNumberMayBe) {
     EXPECT_EQ(failures[0].found, "1900000000");
     EXPECT_EQ(failures[0].reason, "The value is out of range.");
     EXPECT_EQ(failures[0].line, static_cast<std::int64_t>(line_of(records, "initial condition")));
-}
-
-TEST(TimeFunctionTable, IsSentToAHostThatAsksForTables) {
-    Records records = with_time_functions({{2, "Cold"}, {5, "Sun"}});
-    records = with(records, "breakpoint count of the time function", "2", 1);
-    records.insert(
-        records.begin() +
-            static_cast<std::ptrdiff_t>(
-                position_of(records, "breakpoint count of the time function", 1)) +
-            1,
-        {{"breakpoint of the time function", "0 100"}, {"breakpoint of the time function", "1 2"}});
-    ImportSettings settings;
-    settings.report_tables = true;
-    const std::vector<std::string> log = import_text(text_of(records), settings).log;
-    const auto place = [&](const std::string &line) {
-        return static_cast<std::size_t>(std::find(log.begin(), log.end(), line) - log.begin());
-    };
-    const std::size_t first = place("3 PNBRKTF[8] int 4, int 1, int 2");
-    ASSERT_LT(first, log.size());
-    // 0.48426 of 100 and 2, in single precision; the name is that of the first record
-    const std::vector<std::string> expected = {
-        "5 PBRKTF[7] int 4, int 1, int 1, real 0, real 48.4259987",
-        "5 PBRKTF[7] int 4, int 1, int 2, real 1, real 0.968519986",
-        "1 PINFOHTML[10] text[51] \"<tr><td style=\\\"text-align: center; width: 183px;\\\">\\0\"",
-        "1 PINFOHTML[10] text[31] \"Cold\" 26*\" \" \"\\0\"",
-        "1 PINFOHTML[10] text[51] \"</td><td style=\\\"text-align: center; width: 78px;\\\">\\0\"",
-        "3 GSPRINTFI[10] text[132] -> \"4\" 131*\" \", text[3] \"%d\\0\", int 4",
-        "1 PINFOHTML[10] text[133] \"4\" 131*\" \" \"\\0\"",
-        "1 PINFOHTML[10] text[53] \"</td><td style=\\\"text-align: center; width: 136px;\\\"> "
-        "\\0\"",
-        "3 GSPRINTFI[10] text[132] -> \"2\" 131*\" \", text[3] \"%d\\0\", int 2",
-        "1 PINFOHTML[10] text[133] \"2\" 131*\" \" \"\\0\"",
-        "1 PINFOHTML[10] text[52] \"</td><td style=\\\"text-align: center; width: 116px;\\\">\\0\"",
-        "3 GSPRINTFR[10] text[132] -> \"24.697260\" 123*\" \", text[3] \"%f\\0\", real 24.6972599",
-        "1 PINFOHTML[10] text[133] \"24.697260\" 123*\" \" \"\\0\"",
-        "1 PINFOHTML[10] text[11] \"</td></tr>\\0\"",
-        "1 PINFOHTML[10] text[37] \"</tbody></table><br></center></body>\\0\"",
-        "0 PTFSREFRESH[12]",
-    };
-    for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(log.at(first + 1 + i), expected[i]);
-    EXPECT_EQ(log.at(first - 11),
-              "1 PINFOHTML[10] text[68] \"<body><center><table style=\\\"text-align: left; "
-              "height: 95px; width: \\0\"");
 }
 
 TEST(CurrentKineticsNotices, NothingIsToldOfAModelThatComesAcross) {

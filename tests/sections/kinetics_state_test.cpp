@@ -34,6 +34,7 @@ TEST(KineticsState, TimeFunctionsLeaveFlagsUntilTheNextImport) {
     EXPECT_EQ(IMPORT_EXPORT.tf5_present, 0);
     EXPECT_EQ(IMPORT_EXPORT.tf10_present, 0);
     static_cast<void>(import_text(text_of(with(both, "header", "    8      2"))));
+    EXPECT_EQ(IMPORT_EXPORT.tf5_present, 0);
     EXPECT_EQ(IMPORT_EXPORT.tf10_present, 0);
 }
 
@@ -112,6 +113,78 @@ TEST(KineticsState, TablesAreSentAsTheFlagStands) {
     EXPECT_EQ(count("<big>Time Functions</big>"), 0);
     EXPECT_EQ(count("width: 183px"), 1);
     EXPECT_EQ(count("Water temperature"), 1);
+}
+
+TEST(TimeFunctionTable, IsSentToAHostThatAsksForTables) {
+    // the first function has no place in the current model
+    Records records = with(legacy_records(), "number of the time function", "2");
+    records = with(records, "name of the time function", "Cold");
+    records = with(records, "number of the time function", "5", 1);
+    records = with(records, "breakpoint count of the time function", "2", 1);
+    records = with(records, "breakpoint of the time function", "0 100\n1 2", 2);
+    ImportSettings settings;
+    settings.report_tables = true;
+    const std::vector<std::string> log = import_text(text_of(records), settings).log;
+    const auto place = [&](const std::string &line) {
+        return static_cast<std::size_t>(std::find(log.begin(), log.end(), line) - log.begin());
+    };
+    const std::size_t first = place("3 PNBRKTF[8] int 4, int 1, int 2");
+    ASSERT_LT(first, log.size());
+    // 0.48426 of 100 and 2, in single precision; the name is that of the first record
+    const std::vector<std::string> expected = {
+        "5 PBRKTF[7] int 4, int 1, int 1, real 0, real 48.4259987",
+        "5 PBRKTF[7] int 4, int 1, int 2, real 1, real 0.968519986",
+        "1 PINFOHTML[10] text[51] \"<tr><td style=\\\"text-align: center; width: 183px;\\\">\\0\"",
+        "1 PINFOHTML[10] text[31] \"Cold\" 26*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[51] \"</td><td style=\\\"text-align: center; width: 78px;\\\">\\0\"",
+        "3 GSPRINTFI[10] text[132] -> \"4\" 131*\" \", text[3] \"%d\\0\", int 4",
+        "1 PINFOHTML[10] text[133] \"4\" 131*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[53] \"</td><td style=\\\"text-align: center; width: 136px;\\\"> "
+        "\\0\"",
+        "3 GSPRINTFI[10] text[132] -> \"2\" 131*\" \", text[3] \"%d\\0\", int 2",
+        "1 PINFOHTML[10] text[133] \"2\" 131*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[52] \"</td><td style=\\\"text-align: center; width: 116px;\\\">\\0\"",
+        "3 GSPRINTFR[10] text[132] -> \"24.697260\" 123*\" \", text[3] \"%f\\0\", real 24.6972599",
+        "1 PINFOHTML[10] text[133] \"24.697260\" 123*\" \" \"\\0\"",
+        "1 PINFOHTML[10] text[11] \"</td></tr>\\0\"",
+        "1 PINFOHTML[10] text[37] \"</tbody></table><br></center></body>\\0\"",
+        "0 PTFSREFRESH[12]",
+    };
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(log.at(first + 1 + i), expected[i]);
+    EXPECT_EQ(log.at(first - 11),
+              "1 PINFOHTML[10] text[68] \"<body><center><table style=\\\"text-align: left; "
+              "height: 95px; width: \\0\"");
+}
+
+// The section asks for the model and the flag when it has read its records.
+TEST(SegmentParameters, AreTranslatedForTheModelThatTheHostHasThen) {
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PTFSREFRESH")
+            IMPORT_EXPORT.model_type = 8;
+    };
+    const Records records = with(legacy_records(), "number of the time function", "10", 1);
+    const ImportRun run = import_text(text_of(records), settings);
+    EXPECT_EQ(run.arguments_of("PADDPARAM"), (Lines{"int 2, int 1", "int 3, int 1"}));
+    EXPECT_EQ(run.arguments_of("PSCALEPARAMBYISC"),
+              (Lines{"int 2, int 1, real 1", "int 3, int 1, real 1"}));
+    EXPECT_EQ(run.arguments_of("PCONSTPARAM"),
+              (Lines{"int 1, int 2, int 1, real 1", "int 2, int 2, int 1, real 1",
+                     "int 1, int 3, int 1, real 1", "int 2, int 3, int 1, real 1"}));
+}
+
+TEST(SegmentParameters, OfTheAirTemperatureComeAlsoWhenTheHostSetsTheFlag) {
+    const std::string text = text_of(legacy_records());
+    const Lines listed = {"int 1, int 1", "int 24, int 1"};
+    EXPECT_EQ(import_text(text).arguments_of("PADDPARAM"), listed);
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PTFSREFRESH")
+            IMPORT_EXPORT.tf10_present = 1;
+    };
+    EXPECT_EQ(import_text(text, settings).arguments_of("PADDPARAM"),
+              (Lines{listed[0], listed[1], "int 2, int 1", "int 3, int 1"}));
 }
 
 TEST(CurrentKineticsState, SectionsReplaceTheSharedCounts) {

@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <unistd.h>
 
 namespace kova_test {
 namespace {
@@ -115,23 +114,6 @@ TEST(InformationPages, CutALineAtItsField) {
     EXPECT_EQ(short_line.text.view(), "Model branch: a-branch-with-a-");
     const auto long_line = kova_import::page_line<50>("Built on: ", std::string(60, 'x'));
     EXPECT_EQ(long_line.text.view(), "Built on: " + std::string(40, 'x'));
-}
-
-// The console is a file here; its size tells what has been written when a command arrives.
-TEST(Console, TellsOfTheSegmentsBetweenTheCommandsThatSetThem) {
-    std::vector<std::pair<std::string, off_t>> sizes;
-    ImportSettings settings;
-    settings.before = [&sizes](const kova_host::ReceivedCommand &command) {
-        std::fflush(stdout);
-        sizes.emplace_back(command.keyword, lseek(STDOUT_FILENO, 0, SEEK_CUR));
-    };
-    static_cast<void>(import_text(text_of(legacy_opening()), settings));
-    for (std::size_t i = 1; sizes.at(i).first != "PSEGMENTSREFRESH"; ++i) {
-        const bool grows = sizes[i - 1].first == "PNUMSEG" || sizes[i].first == "PSEGNAME" ||
-                           (sizes[i].first == "PNUMSEG");
-        EXPECT_EQ(sizes[i].second > sizes[i - 1].second, grows)
-            << sizes[i - 1].first << " " << sizes[i].first;
-    }
 }
 
 } // namespace

@@ -6,12 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -27,6 +25,18 @@ Lines series_of(const ImportRun &run) {
     all.insert(all.end(), loads.begin(), loads.end());
     return all;
 }
+
+/// The first boundary has no series, so that the host gets the buffers as they are.
+Records with_first_boundary_empty(const Records &records) {
+    Records changed = with(records, "breakpoint count of the boundary", "0");
+    const auto first = changed.begin() + static_cast<std::ptrdiff_t>(
+                                             position_of(changed, "breakpoint of the boundary"));
+    changed.erase(first, first + 2);
+    return changed;
+}
+
+const char *const cleared_buffers =
+    "int 1, int 1, real[170000] | 170000*0, real[170000] | 170000*0";
 
 TEST(NetworkState, LaterSectionsReplaceTheSharedCounts) {
     const Records records = with(legacy_records(), "flow-field count", "1", 1);
@@ -74,14 +84,29 @@ TEST(NetworkState, TheBuffersLiveAcrossImportsAndNothingElseDoes) {
                   "int 2, int 1, real[170000] 9.5 | 1*8.5 169998*0, real[170000] 0 | 1*30 169998*0",
               }));
     // A model whose first series is shorter finds the tail of the last one.
-    Records shorter = with(legacy_records(), "breakpoint count of the boundary", "0");
-    const std::size_t breakpoint = position_of(shorter, "breakpoint of the boundary");
-    shorter.erase(shorter.begin() + static_cast<std::ptrdiff_t>(breakpoint),
-                  shorter.begin() + static_cast<std::ptrdiff_t>(breakpoint) + 2);
-    EXPECT_EQ(series_of(import_text(text_of(shorter))).at(0),
+    const std::string shorter = text_of(with_first_boundary_empty(legacy_records()));
+    EXPECT_EQ(series_of(import_text(shorter)).at(0),
               "int 1, int 1, real[170000] | 1*9.5 1*8.5 169998*0, "
               "real[170000] | 1*0 1*30 169998*0");
     EXPECT_EQ(import_text(text).log, first.log);
+}
+
+// A series is put into the buffers when it is sent.
+TEST(NetworkState, WhatIsReadAndNotSentLeavesTheBuffersAlone) {
+    for (const Records &records : {legacy_records(), current_records()}) {
+        const std::string empty = text_of(with_first_boundary_empty(records));
+        clear_send_buffers();
+        ImportSettings transport;
+        transport.transport_only = true;
+        static_cast<void>(import_text(text_of(records), transport));
+        EXPECT_EQ(series_of(import_text(empty)).at(0), cleared_buffers) << "transport only";
+        clear_send_buffers();
+        static_cast<void>(
+            import_text(text_of(with(records, "breakpoint of the boundary", "x", 2))));
+        EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+        EXPECT_EQ(series_of(import_text(empty)).at(0), cleared_buffers) << "failed";
+    }
+    clear_send_buffers();
 }
 
 TEST(NetworkState, WhatTheHostWritesIntoTheBuffersStays) {
@@ -217,74 +242,16 @@ TEST(NetworkState, EverySegmentGetsTheFlowOption) {
               (Lines{"int 1, int 3", "int 2, int 3"}));
 }
 
-TEST(NetworkState, ASystemHasAsManyBoundariesAndLoadsAsItsFile) {
-    constexpr int count = 9000;
-    Records records = with(legacy_records(), "boundary count", std::to_string(2 + count));
-    records = with(records, "load count", std::to_string(1 + count));
-    std::string boundaries;
-    std::string loads;
-    for (int i = 1; i <= count; ++i) {
-        boundaries += "\n" + std::to_string(i) + "\n0";
-        loads += "\n" + std::to_string(i + 2) + "\n0";
-    }
-    Record &last_boundary = records[position_of(records, "breakpoint of the boundary", 2)];
-    last_boundary.text += boundaries;
-    Record &last_load = records[position_of(records, "breakpoint of the load", 1)];
-    last_load.text += loads;
-    const ImportRun run = import_text(text_of(records));
-    EXPECT_TRUE(run.notices_of(IMPORT_EXPORT_READ_FAILED).empty());
-    const Lines segments = run.arguments_of("PIBC");
-    ASSERT_EQ(segments.size(), 2U + count);
-    EXPECT_EQ(segments.back(), "int 1, int 9002, int 9000");
-    const Lines series = run.arguments_of("PNBWK");
-    ASSERT_EQ(series.size(), 2U + count);
-    EXPECT_EQ(series.at(count), "int 1, int 9002, int 0");
-}
-
-/// The size of the console when each command of the section arrives: the console is a file here.
-TEST(NetworkState, TheConsoleTellsOfBoundariesBetweenTheCommands) {
-    std::vector<std::pair<std::string, off_t>> sizes;
-    ImportSettings settings;
-    settings.before = [&sizes](const kova_host::ReceivedCommand &command) {
-        std::fflush(stdout);
-        const std::string number =
-            command.keyword == "PPROGRESS" ? " " + std::to_string(command.integer(0)) : "";
-        sizes.emplace_back(std::string(command.keyword) + number,
-                           lseek(STDOUT_FILENO, 0, SEEK_CUR));
-    };
-    static_cast<void>(import_text(text_of(legacy_records()), settings));
-    std::size_t i = 0;
-    while (sizes.at(i).first != "PPROGRESS 40")
-        ++i;
-    // the commands from the start of the section on, and what the console gains before each
-    const std::vector<std::pair<std::string, std::size_t>> expected = {
-        {"PPROGRESS 0", 0},
-        {"PPROGRESS 0", 0},
-        {"PPROGRESS 100", std::string_view("Ammonia\n").size()},
-        {"PPROGRESS 100", std::string_view("Nitrate\n").size()},
-        {"PINFOHTML",
-         std::string_view("Dissolved organic nitrogen\nDone Reading Boundary Information\n")
-             .size()},
-        {"PINFOHTML", 0},
-        {"PPROGRESS 0", 0},
-        {"PPROGRESS 0", std::string_view("Boundary System: 1\n").size()},
-        {"PNOBC", 0},
-        {"PSCALB", 0},
-        {"PIBC", 0},
-        {"PNBFP", 0},
-        {"PALLBOUNDFUNC", 0},
-        {"PIBC", 0},
-        {"PNBFP", 0},
-        {"PALLBOUNDFUNC", 0},
-        {"PPROGRESS 100", std::string_view("Boundary System: 2\n").size()},
-        {"PNOBC", 0},
-        {"PPROGRESS 50", 0},
-    };
-    for (const auto &[command, gained] : expected) {
-        ++i;
-        EXPECT_EQ(sizes.at(i).first, command);
-        EXPECT_EQ(static_cast<std::size_t>(sizes.at(i).second - sizes.at(i - 1).second), gained)
-            << command;
+TEST(NetworkState, WithoutSegmentsNoneGetsTheOptionAndTheFileIsSent) {
+    for (const char *count : {"0", "-5"}) {
+        Records records = with(legacy_records(), "segment count", count);
+        std::erase_if(records, [](const Record &record) {
+            return record.name == "segment name" || record.name == "segment geometry";
+        });
+        const ImportRun run = import_text(text_of(records));
+        EXPECT_TRUE(run.arguments_of("PFLOWTYPE").empty());
+        EXPECT_EQ(run.arguments_of("PHYDROFILE"), Lines{"text[512] \"river flows.hyd\" 497*\" \""});
+        EXPECT_EQ(IMPORT_EXPORT.import_error, 0);
     }
 }
 
@@ -379,20 +346,6 @@ TEST(CurrentNetworkState, TheBuffersKeepTheTailsOfLongerSeries) {
                "real[170000] 0 | 1*30 1*60 169997*0";
     EXPECT_EQ(series_of(import_text(text_of(records))), again);
     EXPECT_EQ(series_of(import_text(text_of(legacy_records()))).at(0), again[0]);
-    clear_send_buffers();
-}
-
-TEST(CurrentNetworkState, TransportOnlyLeavesTheBuffersAlone) {
-    clear_send_buffers();
-    ImportSettings settings;
-    settings.transport_only = true;
-    static_cast<void>(import_text(text_of(current_records()), settings));
-    Records records = with(current_records(), "breakpoint count of the boundary", "0");
-    const auto first =
-        static_cast<std::ptrdiff_t>(position_of(records, "breakpoint of the boundary"));
-    records.erase(records.begin() + first, records.begin() + first + 2);
-    EXPECT_EQ(series_of(import_text(text_of(records))).at(0),
-              "int 1, int 1, real[170000] | 170000*0, real[170000] | 170000*0");
     clear_send_buffers();
 }
 

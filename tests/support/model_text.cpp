@@ -354,6 +354,16 @@ Records with(Records records, std::string_view name, std::string_view text,
     return records;
 }
 
+Records with_section(const Records &records, std::string_view first, std::size_t occurrence,
+                     std::string_view next, std::size_t next_occurrence, const Records &section) {
+    const auto from = static_cast<std::ptrdiff_t>(position_of(records, first, occurrence));
+    const auto to = static_cast<std::ptrdiff_t>(position_of(records, next, next_occurrence));
+    Records changed(records.begin(), records.begin() + from);
+    changed.insert(changed.end(), section.begin(), section.end());
+    changed.insert(changed.end(), records.begin() + to, records.end());
+    return changed;
+}
+
 std::string text_of(const Records &records) {
     std::string text;
     for (const Record &record : records)

@@ -45,6 +45,11 @@ using Records = std::vector<Record>;
 [[nodiscard]] Records with(Records records, std::string_view name, std::string_view text,
                            std::size_t occurrence = 0);
 
+/// The records with those of a section, from `first` up to the record `next`, replaced.
+[[nodiscard]] Records with_section(const Records &records, std::string_view first,
+                                   std::size_t occurrence, std::string_view next,
+                                   std::size_t next_occurrence, const Records &section);
+
 /// The file: every record is a line.
 [[nodiscard]] std::string text_of(const Records &records);
 

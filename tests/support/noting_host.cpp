@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
+#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -38,9 +40,11 @@ std::uint64_t sum(std::uint64_t start, const void *address, std::size_t size) {
 
 /// Writes what a person would answer, and notes the command. A series counts as far as it has been
 /// announced: what stands behind it in the buffers is older than the import.
-void take(const char *keyword, const std::vector<void *> &arguments,
-          const std::vector<std::size_t> &lengths) {
+void take(char *keyword, std::initializer_list<void *> argument_list,
+          std::initializer_list<std::size_t> length_list) {
     NotingHost &host = noting_host();
+    const std::span arguments(argument_list.begin(), argument_list.size());
+    const std::span lengths(length_list.begin(), length_list.size());
     const std::string_view name(keyword, lengths[0] - 1);
     if (host.before)
         host.before(name);
@@ -93,6 +97,8 @@ void take(const char *keyword, const std::vector<void *> &arguments,
                     std::to_chars(digits.data(), digits.data() + digits.size(), total, base).ptr);
     }
     host.log.push_back(std::move(line));
+    if (host.after)
+        host.after(HostCall{*command, keyword, arguments, lengths});
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kova_import::legacy {
@@ -175,6 +176,23 @@ TEST(SegmentParameterTranslation, HasItsRowsInOrder) {
     }
     EXPECT_EQ(segment_parameter_rows::air_temperature_rows[0].parameter.number, 2);
     EXPECT_EQ(segment_parameter_rows::air_temperature_rows[1].parameter.number, 3);
+}
+
+TEST(SegmentParameterTranslation, OddNamesAreKept) {
+    const auto name_of = [](std::int32_t legacy_number) {
+        for (const SegmentParameterRow &row : segment_parameter_rows::rows)
+            if (row.legacy_number == legacy_number)
+                return row.name;
+        return std::string_view();
+    };
+    EXPECT_EQ(name_of(17), "Dam  Type");
+    EXPECT_EQ(name_of(18), "Tsvigolo-Wallace Escape Coefficient");
+    EXPECT_EQ(name_of(27), "Settling Rate -- Phytoplankton 1");
+    EXPECT_EQ(name_of(28), "Settling Rate -- Phytoplankton 2");
+    EXPECT_EQ(name_of(29), "Settling Rate -- Phytoplankton 3");
+    EXPECT_EQ(name_of(100), "Diagenesis Segment Attached to this Segment");
+    EXPECT_EQ(segment_parameter_rows::air_temperature_rows[0].name, "Air Temp Mult");
+    EXPECT_EQ(segment_parameter_rows::air_temperature_rows[1].name, "Time Function");
 }
 
 } // namespace
