@@ -132,8 +132,8 @@ std::string_view RecordStream::peek_line(std::size_t width) {
 
 FilePlace RecordStream::end_place() const {
     if (cursor_ == end_ && offset() == line_start_ && previous_line_start_ < line_start_) {
-        // Behind the last line end: a person takes the line before it for the last one. Behind a jump
-        // back nobody knows how long that was.
+        // Behind the last line end: a person takes the line before it for the last one. Behind a
+        // jump back nobody knows how long that was.
         const bool has_carriage_return =
             offset() - buffer_offset_ >= 2 && cursor_[-2] == '\r' && cursor_[-1] == '\n';
         return {line_ - 1, line_start_ - previous_line_start_ - (has_carriage_return ? 1 : 0)};
