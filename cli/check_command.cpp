@@ -49,10 +49,11 @@ int run_check_command(const CheckOptions &options, const UtilityLibrary &library
         ImportOutcome outcome = session.run(request);
         if (is_text) {
             if (!options.quiet || !outcome.internal_errors.empty())
-                write_message(diagnostics_text(outcome, {.colour = screen.colour,
-                                                         .width = screen.width,
-                                                         .ungrouped = options.verbose,
-                                                         .all_places = true}));
+                write_diagnostics(write_message, outcome,
+                                  {.colour = screen.colour,
+                                   .width = screen.width,
+                                   .ungrouped = options.verbose,
+                                   .all_places = true});
             write_result(check_verdict_text(outcome, screen_of(stdout).colour));
         }
         outcomes.push_back(std::move(outcome));
@@ -61,9 +62,9 @@ int run_check_command(const CheckOptions &options, const UtilityLibrary &library
     if (is_text)
         write_result(total_text(outcomes));
     else if (options.format == CheckFormat::json)
-        write_result(check_json(outcomes, status));
+        check_json(write_result, outcomes, status);
     else
-        write_result(check_sarif(outcomes, status));
+        check_sarif(write_result, outcomes, status);
     return status;
 }
 

@@ -36,8 +36,8 @@ std::string as_sentence(std::string_view phrase) {
 
 std::string quoted(const Notice &notice) {
     const bool is_cut = static_cast<std::int64_t>(notice.found.size()) < notice.width;
-    const std::string_view found =
-        is_cut ? without_cut_character(notice.found) : std::string_view(notice.found);
+    const std::string_view whole = notice.found;
+    const std::string_view found = is_cut ? without_cut_character(whole) : whole;
     return '"' + printable(found) + (is_cut ? "...\"" : "\"");
 }
 
@@ -153,7 +153,7 @@ std::string repeats_of(const NoticeGroup &group, const DiagnosticStyle &style) {
 
 } // namespace
 
-std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices) {
+std::vector<NoticeGroup> group_notices(const NoticeList &notices) {
     std::vector<NoticeGroup> groups;
     std::map<std::tuple<std::int32_t, std::int32_t, std::string_view>, std::size_t> rows;
     for (const Notice &notice : notices) {
@@ -199,7 +199,7 @@ std::string numbers_of(const NoticeGroup &group, std::size_t count) {
 
 std::string heading_of(const Notice &notice) {
     std::string heading;
-    for (const std::string &part : {notice.section_name, notice.statement})
+    for (const std::string_view part : {notice.section_name, notice.statement})
         if (!part.empty())
             heading += printable(part, Origin::utility) + ": ";
     return heading + message_of(notice);
@@ -249,13 +249,18 @@ std::optional<MarkedLine> excerpt_of(const Notice &notice, std::size_t cells) {
     return marked;
 }
 
-std::string diagnostics_text(const ImportOutcome &outcome, const DiagnosticStyle &style) {
+void write_diagnostics(const TextSink &sink, const ImportOutcome &outcome,
+                       const DiagnosticStyle &style) {
+    constexpr std::size_t much = std::size_t{64} * 1024;
     std::string text;
     for (const NoticeGroup &group : group_notices(outcome.notices)) {
         const std::size_t shown = style.ungrouped ? group.size() : 1;
-        for (std::size_t i = 0; i < shown; ++i)
+        for (std::size_t i = 0; i < shown; ++i) {
             text += first_line(outcome.path, *group[i], heading_of(*group[i]), style) +
                     details_of(*group[i], style);
+            if (text.size() > much)
+                sink(std::exchange(text, {}));
+        }
         if (shown < group.size())
             text += repeats_of(group, style);
     }
@@ -266,7 +271,7 @@ std::string diagnostics_text(const ImportOutcome &outcome, const DiagnosticStyle
     for (const std::string &error : outcome.internal_errors)
         text += "kova-import: " + painted("internal error: ", Ink::error, style.colour) +
                 printable(error) + '\n';
-    return text;
+    sink(text);
 }
 
 } // namespace kova_command

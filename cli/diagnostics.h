@@ -5,6 +5,7 @@
 
 #include "cli/import_outcome.h"
 #include "cli/marked_line.h"
+#include "cli/output.h"
 
 #include <cstddef>
 #include <optional>
@@ -24,7 +25,7 @@ struct DiagnosticStyle {
 using NoticeGroup = std::vector<const Notice *>;
 
 /// Groups notices of the same kind, section and reason, in the order of the first of each group.
-[[nodiscard]] std::vector<NoticeGroup> group_notices(const std::vector<Notice> &notices);
+[[nodiscard]] std::vector<NoticeGroup> group_notices(const NoticeList &notices);
 
 /// The number that a notice is about and what it is called: `10, "Wind Speed"`, or one of the two.
 [[nodiscard]] std::string number_and_name_of(const Notice &notice);
@@ -47,8 +48,8 @@ using NoticeGroup = std::vector<const Notice *>;
 /// when the notice is about the whole line. Nothing when there is no line to show.
 [[nodiscard]] std::optional<MarkedLine> excerpt_of(const Notice &notice, std::size_t cells);
 
-/// All notices and internal errors of an import, as lines.
-[[nodiscard]] std::string diagnostics_text(const ImportOutcome &outcome,
-                                           const DiagnosticStyle &style);
+/// Writes all notices and internal errors of an import, as lines.
+void write_diagnostics(const TextSink &sink, const ImportOutcome &outcome,
+                       const DiagnosticStyle &style);
 
 } // namespace kova_command

@@ -10,7 +10,11 @@
 #include "cli/terminal.h"
 #include "cli/text.h"
 
+#include <algorithm>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace kova_command {
 
@@ -32,6 +36,7 @@ ImportRequest request_of(const ImportOptions &options, ProgressDisplay &progress
     request.transport_only = options.transport_only;
     request.index_segment_names = options.index_segment_names;
     request.keep_console = options.verbose;
+    request.keep_pane = !options.report.empty();
     if (options.ask)
         request.ask = ask_at_terminal;
     request.progress = [&progress](std::int32_t percentage, std::string_view section) {
@@ -42,18 +47,30 @@ ImportRequest request_of(const ImportOptions &options, ProgressDisplay &progress
     return request;
 }
 
+/// Shows the lines that the library has printed.
+void show_console(std::string_view lines) {
+    constexpr std::size_t much = std::size_t{64} * 1024;
+    std::string text;
+    while (!lines.empty()) {
+        const std::size_t end = std::min(lines.find('\n'), lines.size());
+        text += "library: " + printable(lines.substr(0, end)) + '\n';
+        lines.remove_prefix(std::min(end + 1, lines.size()));
+        if (text.size() > much)
+            write_message(std::exchange(text, {}));
+    }
+    write_message(text);
+}
+
 void show(const ImportOutcome &outcome, const kova_host::Model &model, const ImportOptions &options,
           const Screen &screen) {
-    std::string messages;
-    for (const std::string &line : outcome.console)
-        messages += "library: " + printable(line) + '\n';
-    messages += diagnostics_text(outcome, {.colour = screen.colour,
-                                           .width = screen.width,
-                                           .ungrouped = options.verbose,
-                                           .all_places = false});
-    write_message(messages);
+    show_console(outcome.console);
+    write_diagnostics(write_message, outcome,
+                      {.colour = screen.colour,
+                       .width = screen.width,
+                       .ungrouped = options.verbose,
+                       .all_places = false});
     if (options.json)
-        write_result(import_json(outcome, options.data ? &model : nullptr));
+        import_json(write_result, outcome, options.data ? &model : nullptr);
     else if (!options.quiet)
         write_result(summary_text(outcome, screen_of(stdout).colour));
 }

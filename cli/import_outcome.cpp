@@ -1,18 +1,21 @@
 #include "cli/import_outcome.h"
 
 #include <numeric>
-#include <utility>
 
 namespace kova_command {
 
-void add_notice(ImportOutcome &outcome, Notice notice) {
-    const std::size_t row = kind_row(notice.kind);
+bool count_notice(ImportOutcome &outcome, std::int32_t kind, std::int32_t section) {
+    const std::size_t row = kind_row(kind);
     ++outcome.notice_counts[row];
-    if (notice.section >= 1 && notice.section <= static_cast<std::int32_t>(section_count))
-        ++outcome.section_notice_counts[static_cast<std::size_t>(notice.section - 1)][row];
+    if (section >= 1 && section <= static_cast<std::int32_t>(section_count))
+        ++outcome.section_notice_counts[static_cast<std::size_t>(section - 1)][row];
     // An error is kept whatever stands before it; there are few of them.
-    if (outcome.notices.size() < most_notices || notice.level() == Level::error)
-        outcome.notices.push_back(std::move(notice));
+    return outcome.notices.size() < most_notices || notice_kinds()[row].level == Level::error;
+}
+
+void add_notice(ImportOutcome &outcome, const Notice &notice) {
+    if (count_notice(outcome, notice.kind, notice.section))
+        outcome.notices.push_back(notice);
 }
 
 std::int64_t notice_count(const ImportOutcome &outcome) {

@@ -61,27 +61,29 @@ struct ImportOutcome {
     bool settings_read = false; ///< the members below mean something
     std::int32_t systems_in_file = 0;
     kova_host::ModelSettings settings;
-    std::vector<std::string> systems; ///< long names as the host has them, bytes
+    std::vector<SharedText> systems; ///< long names as the host has them, bytes
     bool segments_read = false;
     std::int32_t segment_count = 0;
 
     std::vector<SectionOutcome> sections; ///< all eleven, in order
-    std::vector<Notice> notices;          ///< in order of arrival, up to `most_notices`
+    NoticeList notices;                   ///< in order of arrival, up to `most_notices`
     NoticeCounts notice_counts{};         ///< of all
     /// Of each section; those that belong to no section are in none.
     std::array<NoticeCounts, section_count> section_notice_counts{};
     std::vector<std::string> internal_errors; ///< one sentence each
 
-    std::vector<PaneFragment> information_pane;
-    std::vector<std::string> console; ///< lines that the utility printed, where they were asked for
+    InformationPane information_pane; ///< where it was asked for
+    std::string console;              ///< lines that the utility printed, where they were asked for
     std::uint64_t command_count = 0;
 };
 
 /// A file can make a notice of every record. What is beyond this is counted and not kept.
 inline constexpr std::size_t most_notices = 100000;
 
-/// Takes a notice into account.
-void add_notice(ImportOutcome &outcome, Notice notice);
+/// Counts a notice of a kind in a section, and says whether it is one to be kept.
+[[nodiscard]] bool count_notice(ImportOutcome &outcome, std::int32_t kind, std::int32_t section);
+/// Counts a notice and keeps it if it is one to be kept.
+void add_notice(ImportOutcome &outcome, const Notice &notice);
 
 [[nodiscard]] std::int64_t notice_count(const ImportOutcome &outcome);
 [[nodiscard]] std::int64_t notice_count(const ImportOutcome &outcome, Level level);

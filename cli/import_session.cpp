@@ -45,7 +45,9 @@ class Listener {
     static void KOVA_IMPORT_CALL take(void *context, const import_export_notice *notice) {
         Listener &self = *static_cast<Listener *>(context);
         try {
-            add_notice(self.outcome_, copy_of(*notice));
+            // Most notices of a file that makes millions are not kept.
+            if (count_notice(self.outcome_, notice->kind, notice->section))
+                self.outcome_.notices.push_back(copy_of(*notice));
         } catch (const std::exception &) {
             self.lost_ = true; // nothing may be thrown into the utility
         }
@@ -72,7 +74,7 @@ void refuse_path(ImportOutcome &outcome) {
     notice.kind = IMPORT_EXPORT_OPEN_FAILED;
     notice.reason = "the path is too long";
     notice.advice = "Go to a folder near the file: a path has at most 512 bytes.";
-    add_notice(outcome, std::move(notice));
+    add_notice(outcome, notice);
     outcome.verdict = Verdict::not_opened;
 }
 
@@ -215,7 +217,9 @@ ImportOutcome ImportSession::run(const ImportRequest &request) {
     });
 
     PaneRecorder pane(*path);
-    host_.observe_after([&pane](const kova_host::ReceivedCommand &command) { pane.take(command); });
+    if (request.keep_pane)
+        host_.observe_after(
+            [&pane](const kova_host::ReceivedCommand &command) { pane.take(command); });
 
     bool lost_notice = false;
     {

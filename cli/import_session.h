@@ -25,6 +25,7 @@ struct ImportRequest {
     bool transport_only = false;
     bool index_segment_names = true;
     bool keep_console = false; ///< the utility's console lines
+    bool keep_pane = false;    ///< what it shows in the information pane
     Ask ask;                   ///< may be empty; no answer cancels the import
     ShowProgress progress;     ///< may be empty
     kova_host::LogSink log;    ///< gets the command log; may be empty
@@ -33,7 +34,9 @@ struct ImportRequest {
 /// Imports in one process, one after the other.
 class ImportSession {
   public:
-    explicit ImportSession(const UtilityLibrary &library) : library_(library) {}
+    explicit ImportSession(const UtilityLibrary &library) : library_(library) {
+        host_.keep_pane(false); // the outcome has what is wanted of it
+    }
 
     /// Runs one import. Throws only what `request`'s functions and the system throw outside the
     /// utility.

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int schema = 1;
 
-Json text_or_null(const std::string &text, Origin origin) {
+Json text_or_null(const SharedText &text, Origin origin) {
     return text.empty() ? Json() : Json(to_utf8(text, origin));
 }
 
@@ -42,12 +42,13 @@ Json json_of(const Notice &notice) {
     return json;
 }
 
-Json notices_of(const ImportOutcome &outcome, Level level) {
-    Json list = Json::array();
-    for (const Notice &notice : outcome.notices)
+void write_notices(JsonWriter &out, std::string_view name, const ImportOutcome &outcome,
+                   Level level) {
+    out.key(name);
+    out.list(outcome.notices, [&](const Notice &notice) {
         if (notice.level() == level)
-            list.push_back(json_of(notice));
-    return list;
+            out.value(json_of(notice));
+    });
 }
 
 Json counts_of(const ImportOutcome &outcome) {
@@ -105,112 +106,94 @@ Json period_of(const ImportOutcome &outcome) {
     return json;
 }
 
-Json systems_of(const ImportOutcome &outcome) {
-    if (!outcome.settings_read)
-        return {};
-    Json names = Json::array();
-    for (const std::string &name : outcome.systems)
-        names.push_back(to_utf8(name));
-    Json json;
-    json["imported"] = outcome.systems.size();
-    json["in_file"] = outcome.systems_in_file;
-    json["names"] = std::move(names);
-    return json;
+void write_systems(JsonWriter &out, const ImportOutcome &outcome) {
+    out.key("systems");
+    if (!outcome.settings_read) {
+        out.value({});
+        return;
+    }
+    out.open_object();
+    out.member("imported", outcome.systems.size());
+    out.member("in_file", outcome.systems_in_file);
+    out.key("names");
+    out.list(outcome.systems, [&](std::string_view name) { out.value(to_utf8(name)); });
+    out.close();
 }
 
-Json summary_of(const ImportOutcome &outcome) {
-    Json json;
-    json["model"] = model_of(outcome);
-    json["format"] = format_of(outcome);
-    json["period"] = period_of(outcome);
-    json["systems"] = systems_of(outcome);
-    json["segments"] = outcome.segments_read ? Json(outcome.segment_count) : Json();
-    json["options"] = {{"scope", outcome.transport_only ? "transport" : "all"},
-                       {"index_names", outcome.index_segment_names}};
-    json["sections"] = sections_of(outcome);
-    json["notice_counts"] = counts_of(outcome);
-    json["host_commands"] = outcome.command_count;
-    return json;
+void write_summary(JsonWriter &out, const ImportOutcome &outcome) {
+    out.key("summary");
+    out.open_object();
+    out.member("model", model_of(outcome));
+    out.member("format", format_of(outcome));
+    out.member("period", period_of(outcome));
+    write_systems(out, outcome);
+    out.member("segments", outcome.segments_read ? Json(outcome.segment_count) : Json());
+    out.member("options", {{"scope", outcome.transport_only ? "transport" : "all"},
+                           {"index_names", outcome.index_segment_names}});
+    out.member("sections", sections_of(outcome));
+    out.member("notice_counts", counts_of(outcome));
+    out.member("host_commands", outcome.command_count);
+    out.close();
 }
 
-Json json_of(const ImportOutcome &outcome) {
-    Json json;
-    json["file"] = to_utf8(outcome.path);
-    json["uri"] = uri_of_path(outcome.path);
-    json["result"] = id_of(outcome.verdict);
-    json["whole"] = is_whole(outcome);
-    json["summary"] = summary_of(outcome);
-    json["errors"] = notices_of(outcome, Level::error);
-    json["warnings"] = notices_of(outcome, Level::warning);
-    json["notices"] = notices_of(outcome, Level::note);
-    json["notices_not_listed"] = dropped_notice_count(outcome);
-    Json internal = Json::array();
-    for (const std::string &error : outcome.internal_errors)
-        internal.push_back(to_utf8(error));
-    json["internal_errors"] = std::move(internal);
-    return json;
+/// The members of an outcome.
+void write_outcome(JsonWriter &out, const ImportOutcome &outcome) {
+    out.member("file", to_utf8(outcome.path));
+    out.member("uri", uri_of_path(outcome.path));
+    out.member("result", id_of(outcome.verdict));
+    out.member("whole", is_whole(outcome));
+    write_summary(out, outcome);
+    write_notices(out, "errors", outcome, Level::error);
+    write_notices(out, "warnings", outcome, Level::warning);
+    write_notices(out, "notices", outcome, Level::note);
+    out.member("notices_not_listed", dropped_notice_count(outcome));
+    out.key("internal_errors");
+    out.list(outcome.internal_errors, [&](const std::string &error) { out.value(to_utf8(error)); });
 }
 
-Json head() {
-    Json json;
-    json["schema"] = schema;
-    json["tool"] = {{"name", "kova-import"}, {"version", KOVA_COMMAND_VERSION}};
-    return json;
-}
-
-std::string document_of(const Json &json) {
-    constexpr int indent = 2;
-    return without_controls(json.dump(indent)) + '\n';
+void write_head(JsonWriter &out) {
+    out.member("schema", schema);
+    out.member("tool", {{"name", "kova-import"}, {"version", KOVA_COMMAND_VERSION}});
 }
 
 } // namespace
 
-std::string without_controls(const std::string &json) {
-    // What is left are DEL and U+0080 .. U+009F, which only texts can hold.
-    std::string text;
-    text.reserve(json.size());
-    for (std::size_t i = 0; i < json.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(json[i]);
-        const auto next = static_cast<unsigned char>(i + 1 < json.size() ? json[i + 1] : 0);
-        const bool is_two_bytes = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-        if (byte != 0x7F && !is_two_bytes) {
-            text += json[i];
-            continue;
-        }
-        const unsigned value = is_two_bytes ? next : byte;
-        text += "\\u00";
-        text += "0123456789abcdef"[value >> 4U];
-        text += "0123456789abcdef"[value & 0xFU];
-        i += is_two_bytes ? 1 : 0;
+void import_json(const TextSink &sink, const ImportOutcome &outcome,
+                 const kova_host::Model *model) {
+    JsonWriter out(sink);
+    out.open_object();
+    write_head(out);
+    out.member("exit_status", exit_status_of(outcome.verdict));
+    write_outcome(out, outcome);
+    if (model != nullptr) {
+        out.key("data");
+        write_data(out, outcome, *model);
     }
-    return text;
+    out.close();
+    out.finish();
 }
 
-std::string import_json(const ImportOutcome &outcome, const kova_host::Model *model) {
-    Json json = head();
-    json["exit_status"] = exit_status_of(outcome.verdict);
-    json.update(json_of(outcome));
-    if (model != nullptr)
-        json["data"] = data_json(outcome, *model);
-    return document_of(json);
-}
-
-std::string check_json(const std::vector<ImportOutcome> &outcomes, int exit_status) {
-    Json files = Json::array();
-    for (const ImportOutcome &outcome : outcomes)
-        files.push_back(json_of(outcome));
+void check_json(const TextSink &sink, const std::vector<ImportOutcome> &outcomes, int exit_status) {
+    JsonWriter out(sink);
+    out.open_object();
+    write_head(out);
+    out.member("exit_status", exit_status);
+    out.key("files");
+    out.list(outcomes, [&](const ImportOutcome &outcome) {
+        out.open_object();
+        write_outcome(out, outcome);
+        out.close();
+    });
     const auto whole = std::count_if(outcomes.begin(), outcomes.end(), is_whole);
     std::int64_t notices = 0;
     for (const ImportOutcome &outcome : outcomes)
         notices += notice_count(outcome);
-    Json json = head();
-    json["exit_status"] = exit_status;
-    json["files"] = std::move(files);
-    json["total"] = {{"files", outcomes.size()},
-                     {"whole", whole},
-                     {"not_whole", static_cast<std::int64_t>(outcomes.size()) - whole},
-                     {"notices", notices}};
-    return document_of(json);
+    out.member("total", {{"files", outcomes.size()},
+                         {"whole", whole},
+                         {"not_whole", static_cast<std::int64_t>(outcomes.size()) - whole},
+                         {"notices", notices}});
+    out.close();
+    out.finish();
 }
 
 } // namespace kova_command

@@ -3,7 +3,6 @@
 #include "cli/text.h"
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -20,268 +19,261 @@ Json text_json(const std::string &text) { return to_utf8(text); }
 
 Json file_json(const std::string &path) { return path.empty() ? Json() : Json(to_utf8(path)); }
 
-/// A list of what `convert` makes of each entry.
-template <class List, class Convert>
-Json list_json(const List &list, Convert convert) {
-    Json json = Json::array();
-    for (const auto &each : list)
-        json.push_back(convert(each));
-    return json;
-}
-
-/// A list of one number of each entry.
+/// A member that is a list of one number of each entry.
 template <class Record>
-Json column_json(const std::vector<Record> &list, float Record::*member) {
-    return list_json(list, [member](const Record &each) { return number_json(each.*member); });
+void write_column(JsonWriter &out, std::string_view name, const std::vector<Record> &list,
+                  float Record::*member) {
+    out.key(name);
+    out.list(list, [&](const Record &each) { out.number(each.*member); });
 }
 
-template <class Field, class Convert>
-Json fields_json(const std::vector<Field> &fields, Convert convert_function) {
-    return list_json(fields, [&](const Field &field) {
-        Json json;
-        json["function_count"] = field.function_count;
-        json["functions"] = list_json(field.functions, convert_function);
-        return json;
+template <class Field, class Write>
+void write_fields(JsonWriter &out, const std::vector<Field> &fields, Write write_function) {
+    out.key("fields");
+    out.list(fields, [&](const Field &field) {
+        out.open_object();
+        out.member("function_count", field.function_count);
+        out.key("functions");
+        out.list(field.functions, [&](const auto &function) { write_function(out, function); });
+        out.close();
     });
 }
 
 /// The factors before the functions.
-template <class Field, class Convert>
-Json scaled_fields_json(const std::vector<Field> &fields, Convert convert_function) {
-    return list_json(fields, [&](const Field &field) {
-        Json json;
-        json["function_count"] = field.function_count;
-        json["scale_factor"] = number_json(field.scale_factor);
-        json["conversion_factor"] = number_json(field.conversion_factor);
-        json["functions"] = list_json(field.functions, convert_function);
-        return json;
+template <class Field, class Write>
+void write_scaled_fields(JsonWriter &out, const std::vector<Field> &fields, Write write_function) {
+    out.key("fields");
+    out.list(fields, [&](const Field &field) {
+        out.open_object();
+        out.member("function_count", field.function_count);
+        out.member("scale_factor", number_json(field.scale_factor));
+        out.member("conversion_factor", number_json(field.conversion_factor));
+        out.key("functions");
+        out.list(field.functions, [&](const auto &function) { write_function(out, function); });
+        out.close();
     });
 }
 
-void put_series(Json &json, const std::vector<kova_host::Breakpoint> &series) {
-    json["times"] = column_json(series, &kova_host::Breakpoint::time);
-    json["values"] = column_json(series, &kova_host::Breakpoint::value);
+void write_series(JsonWriter &out, const std::vector<kova_host::Breakpoint> &series) {
+    write_column(out, "times", series, &kova_host::Breakpoint::time);
+    write_column(out, "values", series, &kova_host::Breakpoint::value);
 }
 
-Json flow_path_json(const kova_host::FlowFunction &function) {
-    Json json;
-    json["description"] = text_json(function.description);
-    json["pair_count"] = function.pair_count;
-    json["pairs"] = list_json(function.pairs, [](const kova_host::FlowPair &pair) {
+void write_flow_path(JsonWriter &out, const kova_host::FlowFunction &function) {
+    out.open_object();
+    out.member("description", text_json(function.description));
+    out.member("pair_count", function.pair_count);
+    out.key("pairs");
+    out.list(function.pairs, [&](const kova_host::FlowPair &pair) {
         Json entry;
         entry["first_segment"] = pair.first_segment;
         entry["second_segment"] = pair.second_segment;
         entry["routing_fraction"] = number_json(pair.routing_fraction);
-        return entry;
+        out.value(entry);
     });
-    return json;
+    out.close();
 }
 
-Json flow_paths_json(const Model &model) {
-    Json json;
-    json["flow_options"] = list_json(
-        model.segments, [](const kova_host::Segment &segment) { return segment.flow_option; });
-    json["hydrodynamic_file"] = file_json(model.settings.hydrodynamic_file);
-    json["field_count"] = model.flow_field_count;
-    json["fields"] = fields_json(model.flow_fields, flow_path_json);
-    return json;
+void write_flow_paths(JsonWriter &out, const Model &model) {
+    out.key("flow_options");
+    out.list(model.segments,
+             [&](const kova_host::Segment &segment) { out.value(segment.flow_option); });
+    out.member("hydrodynamic_file", file_json(model.settings.hydrodynamic_file));
+    out.member("field_count", model.flow_field_count);
+    write_fields(out, model.flow_fields, write_flow_path);
 }
 
-Json flow_series_json(const kova_host::FlowFunction &function) {
-    Json json;
-    json["breakpoint_count"] = function.breakpoint_count;
-    json["first_values"] =
-        column_json(function.breakpoints, &kova_host::FlowBreakpoint::first_value);
-    json["second_values"] =
-        column_json(function.breakpoints, &kova_host::FlowBreakpoint::second_value);
-    return json;
+void write_flow_function_series(JsonWriter &out, const kova_host::FlowFunction &function) {
+    out.open_object();
+    out.member("breakpoint_count", function.breakpoint_count);
+    write_column(out, "first_values", function.breakpoints,
+                 &kova_host::FlowBreakpoint::first_value);
+    write_column(out, "second_values", function.breakpoints,
+                 &kova_host::FlowBreakpoint::second_value);
+    out.close();
 }
 
-Json flow_time_series_json(const Model &model) {
-    Json json;
-    json["field_count"] = model.flow_field_count;
-    json["fields"] = scaled_fields_json(model.flow_fields, flow_series_json);
-    return json;
+void write_flow_time_series(JsonWriter &out, const Model &model) {
+    out.member("field_count", model.flow_field_count);
+    write_scaled_fields(out, model.flow_fields, write_flow_function_series);
 }
 
-Json exchange_json(const kova_host::ExchangeFunction &function) {
-    Json json;
-    json["description"] = text_json(function.description);
-    json["pair_count"] = function.pair_count;
-    json["pairs"] = list_json(function.pairs, [](const kova_host::ExchangePair &pair) {
+void write_exchange(JsonWriter &out, const kova_host::ExchangeFunction &function) {
+    out.open_object();
+    out.member("description", text_json(function.description));
+    out.member("pair_count", function.pair_count);
+    out.key("pairs");
+    out.list(function.pairs, [&](const kova_host::ExchangePair &pair) {
         Json entry;
         entry["first_segment"] = pair.first_segment;
         entry["second_segment"] = pair.second_segment;
         entry["interfacial_area"] = number_json(pair.interfacial_area);
         entry["mixing_length"] = number_json(pair.mixing_length);
-        return entry;
+        out.value(entry);
     });
-    json["breakpoint_count"] = function.breakpoint_count;
-    put_series(json, function.breakpoints);
-    return json;
+    out.member("breakpoint_count", function.breakpoint_count);
+    write_series(out, function.breakpoints);
+    out.close();
 }
 
-Json exchanges_json(const Model &model) {
-    Json json;
-    json["field_count"] = model.exchange_field_count;
-    json["fields"] = scaled_fields_json(model.exchange_fields, exchange_json);
-    return json;
+void write_exchanges(JsonWriter &out, const Model &model) {
+    out.member("field_count", model.exchange_field_count);
+    write_scaled_fields(out, model.exchange_fields, write_exchange);
 }
 
-Json boundary_conditions_json(const Model &model) {
-    Json json;
-    json["systems"] = list_json(model.systems, [](const kova_host::System &system) {
-        Json entry;
-        entry["name"] = text_json(system.long_name);
-        entry["boundary_count"] = system.boundary_count;
-        entry["scale_factor"] = number_json(system.boundary_scale_factor);
-        entry["boundaries"] = list_json(system.boundaries, [](const kova_host::Boundary &boundary) {
-            Json each;
-            each["segment"] = boundary.segment;
-            each["breakpoint_count"] = boundary.breakpoint_count;
-            put_series(each, boundary.series);
-            return each;
+void write_boundary_conditions(JsonWriter &out, const Model &model) {
+    out.key("systems");
+    out.list(model.systems, [&](const kova_host::System &system) {
+        out.open_object();
+        out.member("name", text_json(system.long_name));
+        out.member("boundary_count", system.boundary_count);
+        out.member("scale_factor", number_json(system.boundary_scale_factor));
+        out.key("boundaries");
+        out.list(system.boundaries, [&](const kova_host::Boundary &boundary) {
+            out.open_object();
+            out.member("segment", boundary.segment);
+            out.member("breakpoint_count", boundary.breakpoint_count);
+            write_series(out, boundary.series);
+            out.close();
         });
-        return entry;
+        out.close();
     });
-    return json;
 }
 
-Json load_json(const kova_host::System &system, const kova_host::Load &load) {
-    Json json;
-    json["segment"] = load.segment;
-    json["placeholder"] = kova_host::is_placeholder(system, load);
-    json["replaced"] = kova_host::replaced_count(load);
-    json["breakpoint_count"] = load.breakpoint_count;
-    put_series(json, load.series);
-    return json;
+void write_load(JsonWriter &out, const kova_host::System &system, const kova_host::Load &load) {
+    out.open_object();
+    out.member("segment", load.segment);
+    out.member("placeholder", kova_host::is_placeholder(system, load));
+    out.member("replaced", kova_host::replaced_count(load));
+    out.member("breakpoint_count", load.breakpoint_count);
+    write_series(out, load.series);
+    out.close();
 }
 
-Json loads_json(const Model &model) {
-    Json json;
-    json["load_option"] = model.settings.load_option;
-    json["non_point_source_file"] = file_json(model.settings.non_point_source_file);
-    json["systems"] = list_json(model.systems, [](const kova_host::System &system) {
+void write_loads(JsonWriter &out, const Model &model) {
+    out.member("load_option", model.settings.load_option);
+    out.member("non_point_source_file", file_json(model.settings.non_point_source_file));
+    out.key("systems");
+    out.list(model.systems, [&](const kova_host::System &system) {
         const bool has_none = system.has_no_load_factors;
-        Json entry;
-        entry["name"] = text_json(system.long_name);
-        entry["conversion_factor"] = number_json(system.load_conversion_factor);
-        entry["scale_factor_without_loads"] =
-            has_none ? number_json(system.no_load_scale_factor) : Json();
-        entry["conversion_factor_without_loads"] =
-            has_none ? number_json(system.no_load_conversion_factor) : Json();
-        entry["loads"] = list_json(system.loads,
-                                   [&system](const auto &load) { return load_json(system, load); });
-        return entry;
+        out.open_object();
+        out.member("name", text_json(system.long_name));
+        out.member("conversion_factor", number_json(system.load_conversion_factor));
+        out.member("scale_factor_without_loads",
+                   has_none ? number_json(system.no_load_scale_factor) : Json());
+        out.member("conversion_factor_without_loads",
+                   has_none ? number_json(system.no_load_conversion_factor) : Json());
+        out.key("loads");
+        out.list(system.loads, [&](const kova_host::Load &load) { write_load(out, system, load); });
+        out.close();
     });
-    return json;
 }
 
-Json time_function_json(const kova_host::TimeFunction &function) {
-    Json json;
-    json["number"] = function.number;
-    json["series"] = list_json(function.series, [](const kova_host::TimeFunctionSeries &series) {
-        Json entry;
-        entry["breakpoint_count"] = series.breakpoint_count;
-        put_series(entry, series.breakpoints);
-        return entry;
+void write_time_function(JsonWriter &out, const kova_host::TimeFunction &function) {
+    out.open_object();
+    out.member("number", function.number);
+    out.key("series");
+    out.list(function.series, [&](const kova_host::TimeFunctionSeries &series) {
+        out.open_object();
+        out.member("breakpoint_count", series.breakpoint_count);
+        write_series(out, series.breakpoints);
+        out.close();
     });
-    return json;
+    out.close();
 }
 
 /// The time functions of their own section, or the constants that are time functions.
-Json time_functions_json(const Model &model, bool follow_constants) {
-    Json json = Json::array();
-    for (const kova_host::TimeFunction &function : model.time_functions)
+void write_time_functions(JsonWriter &out, const Model &model, bool follow_constants) {
+    out.list(model.time_functions, [&](const kova_host::TimeFunction &function) {
         if (function.follows_constants == follow_constants)
-            json.push_back(time_function_json(function));
-    return json;
+            write_time_function(out, function);
+    });
 }
 
-Json time_function_section_json(const Model &model) {
-    Json json;
-    json["functions"] = time_functions_json(model, false);
-    return json;
+void write_time_function_section(JsonWriter &out, const Model &model) {
+    out.key("functions");
+    write_time_functions(out, model, false);
 }
 
-Json segment_parameters_json(const Model &model) {
-    Json json;
-    json["parameters"] =
-        list_json(model.segment_parameters, [](const kova_host::SegmentParameter &parameter) {
-            Json entry;
-            entry["number"] = parameter.number;
-            entry["class_index"] = parameter.class_index;
-            entry["scale_factor"] = number_json(parameter.scale_factor);
-            entry["values"] = list_json(parameter.values, number_json);
-            return entry;
-        });
-    return json;
+void write_segment_parameters(JsonWriter &out, const Model &model) {
+    out.key("parameters");
+    out.list(model.segment_parameters, [&](const kova_host::SegmentParameter &parameter) {
+        out.open_object();
+        out.member("number", parameter.number);
+        out.member("class_index", parameter.class_index);
+        out.member("scale_factor", number_json(parameter.scale_factor));
+        out.key("values");
+        out.list(parameter.values, [&](float value) { out.number(value); });
+        out.close();
+    });
 }
 
-Json constants_json(const Model &model) {
-    Json json;
-    json["constants"] = list_json(model.constants, [](const kova_host::Constant &constant) {
+void write_constants(JsonWriter &out, const Model &model) {
+    out.key("constants");
+    out.list(model.constants, [&](const kova_host::Constant &constant) {
         Json entry;
         entry["number"] = constant.number;
         entry["column"] = constant.column;
         entry["value"] = number_json(constant.value);
         entry["used"] = constant.used;
-        return entry;
+        out.value(entry);
     });
-    json["time_functions"] = time_functions_json(model, true);
-    return json;
+    out.key("time_functions");
+    write_time_functions(out, model, true);
 }
 
-Json initial_conditions_json(const Model &model) {
+void write_initial_conditions(JsonWriter &out, const Model &model) {
     using kova_host::InitialCondition;
-    Json json;
-    json["systems"] = list_json(model.systems, [](const kova_host::System &system) {
-        Json entry;
-        entry["name"] = text_json(system.long_name);
-        entry["maximum_concentration"] = number_json(system.maximum_concentration);
-        entry["density"] = number_json(system.density);
-        entry["flow_field"] = system.flow_field;
-        entry["concentrations"] =
-            column_json(system.initial_conditions, &InitialCondition::concentration);
-        entry["dissolved_fractions"] =
-            column_json(system.initial_conditions, &InitialCondition::dissolved_fraction);
-        return entry;
+    out.key("systems");
+    out.list(model.systems, [&](const kova_host::System &system) {
+        out.open_object();
+        out.member("name", text_json(system.long_name));
+        out.member("maximum_concentration", number_json(system.maximum_concentration));
+        out.member("density", number_json(system.density));
+        out.member("flow_field", system.flow_field);
+        write_column(out, "concentrations", system.initial_conditions,
+                     &InitialCondition::concentration);
+        write_column(out, "dissolved_fractions", system.initial_conditions,
+                     &InitialCondition::dissolved_fraction);
+        out.close();
     });
-    return json;
 }
 
 struct Row {
     std::size_t section; ///< from 0
     std::string_view name;
-    Json (*data)(const Model &);
+    void (*write)(JsonWriter &, const Model &); ///< its members
 };
 
 constexpr std::array rows = {
-    Row{2, "flow_paths", flow_paths_json},
-    Row{3, "flow_time_series", flow_time_series_json},
-    Row{4, "exchanges", exchanges_json},
-    Row{5, "boundary_conditions", boundary_conditions_json},
-    Row{6, "loads", loads_json},
-    Row{7, "environmental_time_functions", time_function_section_json},
-    Row{8, "segment_parameters", segment_parameters_json},
-    Row{9, "kinetic_constants", constants_json},
-    Row{10, "initial_conditions", initial_conditions_json},
+    Row{2, "flow_paths", write_flow_paths},
+    Row{3, "flow_time_series", write_flow_time_series},
+    Row{4, "exchanges", write_exchanges},
+    Row{5, "boundary_conditions", write_boundary_conditions},
+    Row{6, "loads", write_loads},
+    Row{7, "environmental_time_functions", write_time_function_section},
+    Row{8, "segment_parameters", write_segment_parameters},
+    Row{9, "kinetic_constants", write_constants},
+    Row{10, "initial_conditions", write_initial_conditions},
 };
 
 } // namespace
 
-Json number_json(float number) {
-    return std::isfinite(number) ? Json(std::stod(decimal(number))) : Json();
-}
-
-Json data_json(const ImportOutcome &outcome, const Model &model) {
-    Json json;
+void write_data(JsonWriter &out, const ImportOutcome &outcome, const Model &model) {
+    out.open_object();
     for (const Row &row : rows) {
         const bool is_imported = row.section < outcome.sections.size() &&
                                  outcome.sections[row.section].status == SectionStatus::imported;
-        json[std::string(row.name)] = is_imported ? row.data(model) : Json();
+        out.key(row.name);
+        if (is_imported) {
+            out.open_object();
+            row.write(out, model);
+            out.close();
+        } else {
+            out.value({});
+        }
     }
-    return json;
+    out.close();
 }
 
 } // namespace kova_command

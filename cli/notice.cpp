@@ -42,10 +42,10 @@ constexpr std::array<NoticeKind, notice_kind_count> kinds = {{
      "other notices"},
 }};
 
-std::string text_of(const char *text) { return text == nullptr ? std::string() : text; }
+SharedText text_of(const char *text) { return text == nullptr ? SharedText() : SharedText(text); }
 
-std::string text_of(const char *text, std::size_t length) {
-    return text == nullptr ? std::string() : std::string(text, length);
+SharedText text_of(const char *text, std::size_t length) {
+    return text == nullptr ? SharedText() : SharedText(std::string_view(text, length));
 }
 
 } // namespace

@@ -3,13 +3,14 @@
 // What the import utility tells beside the commands: failed reads, and data that do not come across
 // or come across changed.
 
+#include "cli/shared_text.h"
 #include "cli/text.h"
 #include "import_export.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <deque>
 #include <string_view>
 
 namespace kova_command {
@@ -44,25 +45,26 @@ using NoticeCounts = std::array<std::int64_t, notice_kind_count>;
 /// Row of a kind in `notice_kinds`.
 [[nodiscard]] std::size_t kind_row(std::int32_t number);
 
-/// A notice with its own texts; see import_export_notice. Text from the file is kept as its bytes.
+/// A notice as the library gives it; see import_export_notice. Text from the file is kept as its
+/// bytes. The file can make a notice of every few bytes, so that a notice has to be small.
 struct Notice {
     std::int32_t kind = 0;
     std::int32_t section = 0;
-    std::string section_name;
-    std::string statement;
+    SharedText section_name;
+    SharedText statement;
     std::int64_t statement_number = 0;
     std::int64_t line = 0;
     std::int64_t column = 0;
     std::int64_t width = 0;
-    std::string field;
-    std::string expected;
-    std::string found;
-    std::string reason;
-    std::string advice;
-    std::string line_text;
+    SharedText field;
+    SharedText expected;
+    SharedText found;
+    SharedText reason;
+    SharedText advice;
+    SharedText line_text;
     std::int64_t line_text_column = 0;
     std::int64_t number = 0;
-    std::string name; ///< what the number is called
+    SharedText name; ///< what the number is called
 
     [[nodiscard]] const NoticeKind &description() const { return notice_kinds()[kind_row(kind)]; }
     [[nodiscard]] Level level() const { return description().level; }
@@ -71,6 +73,9 @@ struct Notice {
     /// Whether the field says more than the statement.
     [[nodiscard]] bool has_field() const { return !field.empty() && field != statement; }
 };
+
+/// Notices in the order of their arrival; they stay where they are.
+using NoticeList = std::deque<Notice>;
 
 /// A notice of the library as one of ours. A library that knows fewer members leaves the others
 /// empty.

@@ -3,12 +3,16 @@
 // The program's own output: nothing is lost without a word.
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace kova_command {
+
+/// Gets a text piece by piece.
+using TextSink = std::function<void(std::string_view)>;
 
 /// Results that cannot be written.
 class OutputFailed : public std::runtime_error {

@@ -162,11 +162,16 @@ std::string sections_section(const ImportOutcome &outcome) {
 
 std::string systems_section(const ImportOutcome &outcome) {
     std::string items;
-    for (const std::string &name : outcome.systems)
-        items += element("li", html_of_bytes(name)) + '\n';
+    const std::size_t count = outcome.systems.size();
+    const std::size_t shown = std::min(count, most_reported_systems);
+    for (std::size_t i = 0; i < shown; ++i)
+        items += element("li", html_of_bytes(outcome.systems[i])) + '\n';
     if (items.empty())
         return {};
-    return section("systems", "Systems of the model", element("ol class=\"names\"", '\n' + items));
+    std::string list = element("ol class=\"names\"", '\n' + items);
+    if (shown < count)
+        list += element("p", "And " + std::to_string(count - shown) + " more.");
+    return section("systems", "Systems of the model", list);
 }
 
 std::string_view about_pane(const ImportOutcome &outcome) {
@@ -178,14 +183,16 @@ std::string_view about_pane(const ImportOutcome &outcome) {
 }
 
 std::string pane_section(const ImportOutcome &outcome) {
-    const std::string pane = pane_html(outcome.information_pane);
+    const std::string pane = pane_html(outcome.information_pane.fragments);
     if (pane.empty())
         return {};
+    const std::string_view cut =
+        outcome.information_pane.is_cut ? "<p>The rest is not shown here.</p>\n" : "";
     return section(
         "pane", "Information pane",
         element("p class=\"about\"", html_of(about_pane(outcome))) + '\n' +
             element("div class=\"pane\" tabindex=\"0\" role=\"group\" aria-labelledby=\"pane\"",
-                    '\n' + pane + '\n'));
+                    '\n' + pane + '\n' + std::string(cut)));
 }
 
 } // namespace

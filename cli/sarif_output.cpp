@@ -1,18 +1,15 @@
 #include "cli/sarif_output.h"
 
 #include "cli/diagnostics.h"
-#include "cli/json_output.h"
+#include "cli/json_writer.h"
 #include "cli/text.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 namespace kova_command {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 Json rules() {
     Json list = Json::array();
@@ -113,11 +110,8 @@ Json notifications_of(const std::vector<ImportOutcome> &outcomes) {
 
 } // namespace
 
-std::string check_sarif(const std::vector<ImportOutcome> &outcomes, int exit_status) {
-    Json results = Json::array();
-    for (const ImportOutcome &outcome : outcomes)
-        for (const Notice &notice : outcome.notices)
-            results.push_back(result_of(outcome, notice));
+void check_sarif(const TextSink &sink, const std::vector<ImportOutcome> &outcomes,
+                 int exit_status) {
     const Json driver = {
         {"name", "kova-import"}, {"version", KOVA_COMMAND_VERSION}, {"rules", rules()}};
     const bool successful = std::all_of(outcomes.begin(), outcomes.end(), [](const auto &outcome) {
@@ -126,15 +120,28 @@ std::string check_sarif(const std::vector<ImportOutcome> &outcomes, int exit_sta
     const Json invocation = {{"executionSuccessful", successful},
                              {"exitCode", exit_status},
                              {"toolExecutionNotifications", notifications_of(outcomes)}};
-    const Json run = {{"tool", {{"driver", driver}}},
-                      {"invocations", Json::array({invocation})},
-                      {"columnKind", "utf16CodeUnits"},
-                      {"results", std::move(results)}};
-    const Json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
-                      {"version", "2.1.0"},
-                      {"runs", Json::array({run})}};
-    constexpr int indent = 2;
-    return without_controls(log.dump(indent)) + '\n';
+    JsonWriter out(sink);
+    out.open_object();
+    out.member("$schema", "https://json.schemastore.org/sarif-2.1.0.json");
+    out.member("version", "2.1.0");
+    out.key("runs");
+    out.open_list();
+    out.open_object();
+    Json tool;
+    tool["driver"] = driver;
+    out.member("tool", tool);
+    out.member("invocations", Json::array({invocation}));
+    out.member("columnKind", "utf16CodeUnits");
+    out.key("results");
+    out.open_list();
+    for (const ImportOutcome &outcome : outcomes)
+        for (const Notice &notice : outcome.notices)
+            out.value(result_of(outcome, notice));
+    out.close(); // the results
+    out.close(); // the run
+    out.close(); // the runs
+    out.close(); // the log
+    out.finish();
 }
 
 } // namespace kova_command

@@ -2,9 +2,10 @@
 
 #include "cli/platform.h"
 
+#include <array>
 #include <cerrno>
+#include <cstddef>
 #include <system_error>
-#include <utility>
 
 namespace kova_command {
 
@@ -32,22 +33,18 @@ void StandardOutputCapture::restore() {
     saved_ = -1;
 }
 
-std::vector<std::string> StandardOutputCapture::finish() {
+std::string StandardOutputCapture::finish() {
     restore();
-    std::vector<std::string> lines;
+    std::string text;
     if (kept_ == nullptr)
-        return lines;
+        return text;
+    if (const long size = std::ftell(kept_.get()); size > 0)
+        text.reserve(static_cast<std::size_t>(size));
     std::rewind(kept_.get());
-    std::string line;
-    for (int character = 0; (character = std::fgetc(kept_.get())) != EOF;) {
-        if (character == '\n')
-            lines.push_back(std::exchange(line, {}));
-        else
-            line += static_cast<char>(character);
-    }
-    if (!line.empty())
-        lines.push_back(std::move(line));
-    return lines;
+    std::array<char, 4096> piece{};
+    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), kept_.get()))
+        text.append(piece.data(), size);
+    return text;
 }
 
 } // namespace kova_command

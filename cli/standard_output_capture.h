@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace kova_command {
 
@@ -21,8 +20,8 @@ class StandardOutputCapture {
     StandardOutputCapture(StandardOutputCapture &&) = delete;
     StandardOutputCapture &operator=(StandardOutputCapture &&) = delete;
 
-    /// Gives standard output back, and the lines that were kept.
-    std::vector<std::string> finish();
+    /// Gives standard output back, and the lines that were kept, as they were printed.
+    std::string finish();
 
   private:
     struct Close {

@@ -100,16 +100,28 @@ bool is_in(const std::array<Range, n> &ranges, char32_t value) {
     });
 }
 
-/// Not seen themselves, but able to make a line look like another one.
-constexpr std::array<Range, 9> invisible = {{{0x00AD, 0x00AD},
-                                             {0x061C, 0x061C},
-                                             {0x180E, 0x180E},
-                                             {0x200B, 0x200F},
-                                             {0x2028, 0x202E},
-                                             {0x2060, 0x206F},
-                                             {0xFEFF, 0xFEFF},
-                                             {0xFFF9, 0xFFFB},
-                                             {0xE0000, 0xE007F}}};
+/// Not seen themselves, but able to make a line look like another one: what Unicode has for
+/// programs to ignore, and what changes the direction of writing.
+constexpr std::array<Range, 16> invisible = {{{0x00AD, 0x00AD},
+                                              {0x034F, 0x034F},
+                                              {0x061C, 0x061C},
+                                              {0x115F, 0x1160},
+                                              {0x17B4, 0x17B5},
+                                              {0x180B, 0x180F},
+                                              {0x200B, 0x200F},
+                                              {0x2028, 0x202E},
+                                              {0x2060, 0x206F},
+                                              {0x3164, 0x3164},
+                                              {0xFEFF, 0xFEFF},
+                                              {0xFFA0, 0xFFA0},
+                                              {0xFFF0, 0xFFFB},
+                                              {0x1BCA0, 0x1BCA3},
+                                              {0x1D173, 0x1D17A},
+                                              {0xE0000, 0xE0FFF}}};
+/// Are no characters at all, and never will be.
+bool is_noncharacter(char32_t value) {
+    return (value >= 0xFDD0 && value <= 0xFDEF) || (value & 0xFFFEU) == 0xFFFEU;
+}
 /// Stand on the character before them.
 constexpr std::array<Range, 8> combining = {{{0x0300, 0x036F},
                                              {0x0483, 0x0489},
@@ -147,7 +159,7 @@ std::string escape_of(char32_t value) {
 
 Glyph glyph_of(const Character &character, std::size_t offset) {
     Glyph glyph{offset, character.size, {}, 1, character.value < 0x10000 ? 1U : 2U};
-    if (is_control(character.value) || is_in(invisible, character.value)) {
+    if (is_hidden(character.value)) {
         glyph.shown = escape_of(character.value);
         glyph.cells = glyph.shown.size();
         return glyph;
@@ -177,6 +189,34 @@ bool is_unreserved(char character) {
 }
 
 } // namespace
+
+bool is_hidden(char32_t character) {
+    return is_control(character) || is_in(invisible, character) || is_noncharacter(character);
+}
+
+std::string with_json_escapes(const std::string &json) {
+    // Most documents have nothing to escape.
+    if (std::all_of(json.begin(), json.end(), [](char character) {
+            return (character >= ' ' && character <= '~') || character == '\n';
+        }))
+        return json;
+    std::string text;
+    for_each_character(json, Origin::file, [&](const Character &character, std::size_t offset) {
+        if (!is_hidden(character.value) || json[offset] == '\n') {
+            text.append(json, offset, character.size);
+            return;
+        }
+        char32_t unit = character.value;
+        if (unit >= 0x10000) { // two halves
+            text += "\\u";
+            append_hexadecimal(text, 0xD800U + ((unit - 0x10000U) >> 10U), 4);
+            unit = 0xDC00U + ((unit - 0x10000U) & 0x3FFU);
+        }
+        text += "\\u";
+        append_hexadecimal(text, unit, 4);
+    });
+    return text;
+}
 
 std::vector<Glyph> glyphs_of(std::string_view bytes, Origin origin) {
     std::vector<Glyph> glyphs;

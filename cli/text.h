@@ -24,6 +24,10 @@ struct Glyph {
     std::size_t utf16_units = 0;
 };
 
+/// Whether a character is a control character or one that is not seen itself but can make a text
+/// look like another one.
+[[nodiscard]] bool is_hidden(char32_t character);
+
 /// The characters of `bytes`. Control characters and those that change the direction of writing are
 /// shown as escapes.
 [[nodiscard]] std::vector<Glyph> glyphs_of(std::string_view bytes, Origin origin = Origin::file);
@@ -33,6 +37,9 @@ struct Glyph {
 
 /// `bytes` as valid UTF-8, control characters as they are.
 [[nodiscard]] std::string to_utf8(std::string_view bytes, Origin origin = Origin::file);
+
+/// A JSON document in which such characters stand as escapes.
+[[nodiscard]] std::string with_json_escapes(const std::string &json);
 
 /// `bytes` without an incomplete UTF-8 character at its end, as a cut leaves one.
 [[nodiscard]] std::string_view without_cut_character(std::string_view bytes);

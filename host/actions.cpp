@@ -91,6 +91,8 @@ void format_real_field(HostState &host, const ReceivedCommand &command) {
 }
 
 void append_to_pane(HostState &host, const ReceivedCommand &command) {
+    if (!host.keeps_pane)
+        return;
     const std::string_view fragment = command.text(0);
     // Only a report field travels without its own NUL at the end.
     if (fragment.back() == '\0')

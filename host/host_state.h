@@ -30,6 +30,7 @@ struct Received {
 struct HostState {
     DialogSource dialog_source;
     std::string import_file;
+    bool keeps_pane = true;
     CommandObserver before;
     CommandObserver after;
     ProgressObserver progress_observer;

@@ -7,9 +7,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace kova_host {
@@ -65,9 +65,10 @@ class ModelStore {
     Constant *constant(std::int32_t number, std::int32_t column);
 
   private:
-    /// The rows of records by their key. Commands about one record mostly follow each other.
+    /// The rows of records by their key. Commands about one record mostly follow each other. The
+    /// file chooses the keys, so nothing may depend on how they would be spread over a hash table.
     struct Rows {
-        std::unordered_map<std::uint64_t, std::size_t> all;
+        std::map<std::uint64_t, std::size_t> all;
         std::uint64_t last_key = 0;
         std::size_t last_row = 0;
         bool has_last = false;

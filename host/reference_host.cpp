@@ -120,6 +120,8 @@ void ReferenceHost::answer_dialogs(DialogSource source) {
 
 void ReferenceHost::set_import_file(std::string path) { state_->import_file = std::move(path); }
 
+void ReferenceHost::keep_pane(bool keep) { state_->keeps_pane = keep; }
+
 void ReferenceHost::log_to(LogSink sink) { state_->log.open(std::move(sink)); }
 
 void ReferenceHost::flush_log() { state_->log.flush(); }

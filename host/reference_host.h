@@ -91,6 +91,8 @@ class ReferenceHost {
     KOVA_HOST_API void answer_dialogs(DialogSource source);
     /// The path of the import file, in the bytes that the utility is to open; cut at 512.
     KOVA_HOST_API void set_import_file(std::string path);
+    /// Whether the host keeps what it is told to show; a new one does.
+    KOVA_HOST_API void keep_pane(bool keep);
     /// Starts the log; an empty sink ends it. It goes through a buffer: see `flush_log`.
     KOVA_HOST_API void log_to(LogSink sink);
     /// Sends what is buffered to the sink; what the sink throws comes out here.

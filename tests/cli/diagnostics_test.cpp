@@ -42,8 +42,8 @@ TEST(Diagnostics, TakeTheExcerptFromWhereItStarts) {
 TEST(Diagnostics, ShowNoLineThatTheyDoNotHave) {
     ImportOutcome outcome = outcome_with(Verdict::stopped);
     Notice notice = read_failure();
-    notice.line_text.clear();
-    notice.field.clear();
+    notice.line_text = "";
+    notice.field = "";
     add_notice(outcome, notice);
     EXPECT_TRUE(diagnostics_text(outcome, {})
                     .starts_with("river.inp:16:5: error: segments: segment geometry: cannot be "
@@ -62,7 +62,7 @@ TEST(Diagnostics, EscapeWhatTheFileHolds) {
 }
 
 TEST(Diagnostics, GroupRepeats) {
-    std::vector<Notice> notices;
+    NoticeList notices;
     for (std::int64_t line = 1; line <= 8; ++line)
         notices.push_back(notice_of(IMPORT_EXPORT_CUT, 2, "The name is too long.", line));
     notices.push_back(notice_of(IMPORT_EXPORT_CUT, 3, "The name is too long.", 20));

@@ -2,7 +2,10 @@
 
 // Outcomes of imports that never were, for the tests.
 
+#include "cli/diagnostics.h"
 #include "cli/import_outcome.h"
+#include "cli/json_output.h"
+#include "cli/sarif_output.h"
 
 #include <cstdint>
 #include <string>
@@ -11,6 +14,31 @@
 #include <vector>
 
 namespace kova_command {
+
+/// What `write(sink)` writes, joined.
+template <class Write>
+std::string written_by(Write write) {
+    std::string text;
+    write([&text](std::string_view piece) { text += piece; });
+    return text;
+}
+
+inline std::string import_json(const ImportOutcome &outcome,
+                               const kova_host::Model *model = nullptr) {
+    return written_by([&](const TextSink &sink) { import_json(sink, outcome, model); });
+}
+
+inline std::string check_json(const std::vector<ImportOutcome> &outcomes, int exit_status) {
+    return written_by([&](const TextSink &sink) { check_json(sink, outcomes, exit_status); });
+}
+
+inline std::string check_sarif(const std::vector<ImportOutcome> &outcomes, int exit_status) {
+    return written_by([&](const TextSink &sink) { check_sarif(sink, outcomes, exit_status); });
+}
+
+inline std::string diagnostics_text(const ImportOutcome &outcome, const DiagnosticStyle &style) {
+    return written_by([&](const TextSink &sink) { write_diagnostics(sink, outcome, style); });
+}
 
 inline Notice read_failure() {
     Notice notice;

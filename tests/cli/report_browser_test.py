@@ -10,6 +10,7 @@ from html import unescape
 from pathlib import Path
 
 import command_test as program
+from injection_test import LEGACY, file_with
 from report_pages import Page, hostile_broken_file, hostile_file
 
 BROWSER = shutil.which("chromium")
@@ -51,6 +52,11 @@ class InABrowser(program.CommandTest):
             self.assertEqual("".join(document.one("body").text.split()),
                              "".join(written.one("body").text.split()))
             self.assertEqual(unescape(document.one("title").text), written.one("title").text)
+
+    def test_names_of_time_functions_stay_text(self):
+        name = b"<big style=\"color:red\">Whole"
+        _, document = self.document(self.report(file_with(LEGACY, name), "model.inp"))
+        self.assertIn(name.decode(), document.one("div", "pane").text)
 
     def test_prints(self):
         report = self.report(hostile_file(), "model.inp")

@@ -144,7 +144,7 @@ TEST(Report, TextsOfTheFileAreText) {
     ImportOutcome outcome = outcome_with(Verdict::imported);
     outcome.path = "dir/<img src=x onerror=f()>\x1B.inp";
     outcome.systems = {"<script>alert(1)</script>", "\xE2\x80\xAE\xFF", std::string("\0", 1)};
-    outcome.information_pane = {{"<td>", false}, {"<script>alert(1)</script>", true}};
+    outcome.information_pane.fragments = {{"<td>", false}, {"<script>alert(1)</script>", true}};
     const std::string page = report_page(outcome);
     EXPECT_FALSE(has(page, "<script"));
     EXPECT_FALSE(has(page, "<img"));
@@ -154,10 +154,25 @@ TEST(Report, TextsOfTheFileAreText) {
     EXPECT_TRUE(has(page, "<li><bdi>\\x00</bdi></li>"));
 }
 
+TEST(Report, ShowsSoManySystemsAndSoMuchOfThePane) {
+    ImportOutcome outcome = outcome_with(Verdict::imported);
+    outcome.systems.assign(most_reported_systems, "Ammonia");
+    outcome.information_pane.fragments = {{"Words", false}};
+    EXPECT_FALSE(has(report_page(outcome), " more.</p>"));
+    EXPECT_FALSE(has(report_page(outcome), "The rest is not shown here."));
+    outcome.systems.push_back("Nitrate");
+    outcome.systems.push_back("Nitrate");
+    outcome.information_pane.is_cut = true;
+    EXPECT_FALSE(has(report_page(outcome), "Nitrate"));
+    EXPECT_TRUE(has(report_page(outcome), "</ol><p>And 2 more.</p>"));
+    EXPECT_TRUE(has(report_page(outcome), "<p>The rest is not shown here.</p>"));
+}
+
 TEST(Report, AllClassesAreStyled) {
     ImportOutcome outcome = outcome_with(Verdict::stopped);
     add_notice(outcome, read_failure());
-    outcome.information_pane = {{"<center><big style=\"color: red;\">x</big></center>", false}};
+    outcome.information_pane.fragments = {
+        {"<center><big style=\"color: red;\">x</big></center>", false}};
     const std::string page = report_page(outcome);
     const std::regex classes("class=\"([^\"]*)\"");
     for (std::sregex_iterator match(page.begin(), page.end(), classes), end; match != end;

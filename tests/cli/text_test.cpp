@@ -18,22 +18,25 @@ struct Case {
 TEST(Text, IsFitForATerminal) {
     const Case cases[] = {
         {"Upper Pool", "Upper Pool"},
-        {"\xC3\xA9", "é"},                        // UTF-8 stays
-        {"\xE9t\xE9", "été"},                     // Windows-1252
-        {"\x80", "€"},                            //
-        {"\x81", "\\x81"},                        // no character there
-        {"\xF8", "ø"},                            // in a file's own text
-        {"a\tb", "a\\tb"},                        //
-        {"\x1B[31mred"sv, "\\x1b[31mred"},        // terminals obey these
-        {"a\0b"sv, "a\\x00b"},                    //
-        {"\x7F", "\\x7f"},                        //
-        {"\xC2\x9B", "\\x9b"},                    // control sequence introducer
-        {"\xE2\x80\xAE", "\\u202e"},              // would turn the line around
-        {"\xC0\x80", "À€"},                       // overlong: two single bytes
-        {"\xED\xA0\x80", "í\xC2\xA0€"},           // surrogate
-        {"\xF4\x90\x80\x80", "ô\\x90€€"},         // beyond Unicode
-        {"\xF0\x9F\x90\x9F", "\xF0\x9F\x90\x9F"}, // four bytes
-        {"\xE2\x82", "â‚"},                       // cut character
+        {"\xC3\xA9", "é"},                              // UTF-8 stays
+        {"\xE9t\xE9", "été"},                           // Windows-1252
+        {"\x80", "€"},                                  //
+        {"\x81", "\\x81"},                              // no character there
+        {"\xF8", "ø"},                                  // in a file's own text
+        {"a\tb", "a\\tb"},                              //
+        {"\x1B[31mred"sv, "\\x1b[31mred"},              // terminals obey these
+        {"a\0b"sv, "a\\x00b"},                          //
+        {"\x7F", "\\x7f"},                              //
+        {"\xC2\x9B", "\\x9b"},                          // control sequence introducer
+        {"\xE2\x80\xAE", "\\u202e"},                    // would turn the line around
+        {"\xE3\x85\xA4", "\\u3164"},                    // is not seen
+        {"\xEF\xB7\x90\xEF\xBF\xBE", "\\ufdd0\\ufffe"}, // no characters
+        {"\xF0\x9F\xBF\xBF", "\\U0001ffff"},            //
+        {"\xC0\x80", "À€"},                             // overlong: two single bytes
+        {"\xED\xA0\x80", "í\xC2\xA0€"},                 // surrogate
+        {"\xF4\x90\x80\x80", "ô\\x90€€"},               // beyond Unicode
+        {"\xF0\x9F\x90\x9F", "\xF0\x9F\x90\x9F"},       // four bytes
+        {"\xE2\x82", "â‚"},                             // cut character
     };
     for (const Case &each : cases)
         EXPECT_EQ(printable(each.bytes), each.shown);

@@ -40,6 +40,13 @@ TEST_F(PaneTest, IsEmptiedOnCommand) {
     EXPECT_EQ(host.pane().times_cleared, 1);
 }
 
+TEST_F(PaneTest, IsKeptOnlyWhereItIsWanted) {
+    host.keep_pane(false);
+    send("PINFOHTML", literal("<li>"));
+    EXPECT_TRUE(host.pane().html.empty());
+    EXPECT_TRUE(host.pane().fragments.empty());
+}
+
 TEST_F(PaneTest, KeepsAndTellsTheProgress) {
     std::vector<std::int32_t> told;
     host.observe_progress([&](std::int32_t value) { told.push_back(value); });

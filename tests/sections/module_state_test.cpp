@@ -52,6 +52,13 @@ TEST(ModuleState, LegacyModelParametersLeaveTheSystemsAndTheLength) {
     EXPECT_EQ(module->simulation_length, 365.5F);
 }
 
+TEST(ModuleState, TheHeaderLeavesTheTypeAndTheVersionInItsColumns) {
+    OpenModule module(with(legacy_records(), "header", "   119     29"));
+    kova_import::legacy::modelparam(*module);
+    EXPECT_EQ(module->shared.model_type, 11);
+    EXPECT_EQ(module->shared.file_version, 2);
+}
+
 TEST(ModuleState, CurrentSegmentsLeaveTheOptionOfTheFirst) {
     OpenModule module(current_records());
     kova_import::current::modelparam_v2(*module);

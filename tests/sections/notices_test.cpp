@@ -135,6 +135,13 @@ TEST(Notices, TellOfValuesThatARecordLeavesOut) {
     EXPECT_EQ(names[0].field, "name");
 }
 
+TEST(Notices, AnOptionThatItsRecordLeavesOutIsNoneThatIsDropped) {
+    const auto notices = told(with(quiet_current(), "option behind INTYP", "/"));
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_DEFAULTED);
+    EXPECT_EQ(notices[0].field, "option behind INTYP");
+}
+
 TEST(Notices, TellOfATitleThatCannotBeRead) {
     const auto notices = told(with(quiet_current(), "title", "'tis open"));
     ASSERT_EQ(notices.size(), 1U);

@@ -65,7 +65,7 @@ ImportRun run_with_host(const std::function<void()> &routine, const ImportSettin
         const kova_host::Connection connection = host.connect();
         routine();
     }
-    run.console = console.finish();
+    run.console = lines_of(console.finish());
     IMPORT_EXPORT.notice = nullptr;
     IMPORT_EXPORT.notice_context = nullptr;
     host.flush_log();

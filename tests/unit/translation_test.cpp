@@ -160,6 +160,14 @@ TEST(TimeFunctionTranslation, SeriesJoinTheLatestFunction) {
     EXPECT_EQ(translated({1, 24, 23}).functions[0].series_count, 2);
 }
 
+TEST(TimeFunctionTranslation, SaysWhetherARowReachedAFunction) {
+    TranslatedTimeFunctions all;
+    EXPECT_FALSE(all.apply(*find_time_function(23)));
+    EXPECT_TRUE(all.apply(*find_time_function(1)));
+    EXPECT_FALSE(all.apply(*find_time_function(2)));
+    EXPECT_TRUE(all.apply(*find_time_function(23)));
+}
+
 TEST(SegmentParameterTranslation, HasItsRowsInOrder) {
     const auto &rows = segment_parameter_rows::rows;
     EXPECT_EQ(rows.size(), 34U);
