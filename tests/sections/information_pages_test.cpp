@@ -1,7 +1,9 @@
+#include "host/reference_host.h"
 #include "tests/support/import_run.h"
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -58,6 +60,22 @@ Lines version_page() {
 TEST(InformationPages, VersionAloneAddsThePage) {
     const ImportRun run = run_routine(version);
     EXPECT_EQ(run.log, version_page());
+}
+
+TEST(InformationPages, TellTheTimeAtWhichTheLibraryWasBuilt) {
+    kova_host::ReferenceHost host;
+    {
+        const kova_host::Connection connection = host.connect();
+        version();
+    }
+    std::string line;
+    for (const std::string &fragment : host.pane().fragments)
+        if (fragment.starts_with("Built on: "))
+            line = fragment;
+    EXPECT_EQ(line.size(), 51U);
+    const std::regex form("Built on: [A-Z][a-z]{2}, [0-9]{2} [A-Z][a-z]{2} [0-9]{4} "
+                          "[0-9]{2}:[0-9]{2}:[0-9]{2} [+-][0-9]{4} {9}");
+    EXPECT_TRUE(line.ends_with('\0') && std::regex_match(line.substr(0, 50), form)) << line;
 }
 
 TEST(InformationPages, OnlyIntroClearsThePaneFirst) {

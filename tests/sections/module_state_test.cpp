@@ -93,6 +93,34 @@ TEST(ModuleState, ASectionThatFailsLeavesTheSharedCountsAlone) {
     EXPECT_EQ(module->shared.system_count, 34);
 }
 
+TEST(ModuleState, ASectionThatFailsBehindItsCountsLeavesThem) {
+    OpenModule module(Records{{"flow option", "1"},
+                              {"flow-field count", "2"},
+                              {"caption of the flow field", "Surface water"},
+                              {"function count of the flow field", "x"}});
+    module->flow_option = 3;
+    module->shared.flow_field_count = 12;
+    kova_import::legacy::flowpath(*module);
+    EXPECT_FALSE(module->reader.ok());
+    EXPECT_EQ(module->flow_option, 1);
+    EXPECT_EQ(module->shared.flow_field_count, 2);
+}
+
+TEST(ModuleState, FlowSeriesThatFailBehindTheirCountLeaveIt) {
+    for (auto *const section : {kova_import::legacy::flows, kova_import::current::flows_v2}) {
+        Records records = {{"flow-field count", "2"},
+                           {"caption of the flow field", "Surface water"},
+                           {"function count of the flow field", "x"}};
+        if (section == kova_import::current::flows_v2)
+            records.insert(records.begin(), {"heading of the section", "Series"});
+        OpenModule module(records);
+        module->shared.flow_field_count = 12;
+        section(*module);
+        EXPECT_FALSE(module->reader.ok());
+        EXPECT_EQ(module->shared.flow_field_count, 2);
+    }
+}
+
 TEST(ModuleState, TheDriverClearsWhatAnEarlierImportLeft) {
     import_export_data data = kova_import::initial_data();
     kova_import::SendBuffers buffers;

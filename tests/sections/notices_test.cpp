@@ -169,6 +169,14 @@ TEST(Notices, TellOfNamesThatAreCut) {
             EXPECT_EQ(notices[0].number, 1);
         }
     }
+    // hyphens are no blanks, which would not count at the end of a name
+    for (const Records &records : {quiet_legacy(), quiet_current()}) {
+        const std::string start = records[1].name == "title" ? "    1     " : "1 ";
+        EXPECT_TRUE(told(with(records, "segment name", start + std::string(34, '-'))).empty());
+        const auto notices = told(with(records, "segment name", start + std::string(35, '-')));
+        ASSERT_EQ(notices.size(), 1U);
+        EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_CUT);
+    }
 }
 
 TEST(Notices, BlanksThatBecomeHyphensAreNoCut) {
@@ -216,20 +224,22 @@ TEST(Notices, TellOfNumbersBehindTheEndOfAShortLine) {
 }
 
 TEST(Notices, TellOfSegmentsThatLoseTheirName) {
-    Records records = quiet_legacy();
-    records = with(records, "segment count", "1000");
-    const std::size_t names = position_of(records, "segment name");
-    const std::size_t caption = position_of(records, "caption of the segment geometry");
-    Records many(records.begin(), records.begin() + static_cast<std::ptrdiff_t>(names));
-    for (int i = 1; i <= 1000; ++i)
-        many.push_back({"segment name", std::to_string(i) + " Pool"});
-    many.push_back(records[caption]);
-    for (int i = 1; i <= 1000; ++i)
-        many.push_back({"segment geometry", std::to_string(i) + " 0 1 10*0.5"});
-    const auto notices = told(many);
-    ASSERT_EQ(notices.size(), 1U);
-    EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_NOT_IMPORTED);
-    EXPECT_EQ(notices[0].number, 999);
+    for (const bool current : {false, true}) {
+        const Records records =
+            with(current ? quiet_current() : quiet_legacy(), "segment count", "10000");
+        const std::size_t names = position_of(records, "segment name");
+        const std::size_t caption = position_of(records, "caption of the segment geometry");
+        const std::string name = current ? "          Pool" : "0 Pool";
+        const std::string geometry = current ? std::string(260, ' ') : "0 0 1 10*0.5";
+        Records many(records.begin(), records.begin() + static_cast<std::ptrdiff_t>(names));
+        many.insert(many.end(), 10000, {"segment name", name});
+        many.push_back(records[caption]);
+        many.insert(many.end(), 10000, {"segment geometry", geometry});
+        const auto notices = told(many);
+        EXPECT_EQ(numbers_of(notices), (Numbers{999, 9999, 10000}));
+        for (const Notice &notice : notices)
+            EXPECT_EQ(notice.kind, IMPORT_EXPORT_NOT_IMPORTED);
+    }
 }
 
 } // namespace

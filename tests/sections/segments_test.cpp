@@ -236,6 +236,14 @@ TEST(LegacySegments, IndexedNamesHaveGapsAt999And9999) {
     EXPECT_EQ(plain.at(998), "int 999, text[40] \"A B\\0\\0\" 35*\" \"");
 }
 
+TEST(LegacySegments, TheConsoleTellsOfASegmentWithoutItsNumberBySendingNoName) {
+    const Lines console = import_text(text_of(many_segments(999, false))).console;
+    EXPECT_EQ(console.at(998), "Reading Segment: 999 Name: A B");
+    EXPECT_EQ(console.at(999), "Setting Number of Segments to: 999");
+    EXPECT_EQ(console.at(1000 + 997), "Setting Segment Name: Seg-998-A B");
+    EXPECT_EQ(console.at(1000 + 998), "Setting Segment Name: ");
+}
+
 TEST(CurrentSegments, IndexedNamesHaveGapsAt999And9999) {
     const Lines names = import_text(text_of(many_segments(10000, true))).arguments_of("PSEGNAME");
     ASSERT_EQ(names.size(), 10000U);
@@ -277,6 +285,27 @@ TEST(LegacySegments, NoneOrNegativeManyAreSentAsRead) {
 TEST(CurrentSegments, NoneOrNegativeManyAreSentAsRead) {
     expect_no_segments(current_opening(), "0");
     expect_no_segments(current_opening(), "-7");
+}
+
+TEST(Segments, ACountThatIsLeftOutIsNoneAlsoBehindAnImportThatHadSome) {
+    for (const bool current : {false, true}) {
+        Records records = current ? current_opening() : legacy_opening();
+        ASSERT_EQ(import_text(text_of(records)).arguments_of("PNUMSEG"), Lines{"int 2"});
+        std::erase_if(records, [](const Record &record) {
+            return record.name == "segment name" || record.name == "segment geometry";
+        });
+        const ImportRun run = import_text(text_of(with(records, "segment count", "/")));
+        EXPECT_EQ(run.arguments_of("PNUMSEG"), Lines{"int 0"});
+        EXPECT_EQ(run.arguments_of("PSEGMENTSREFRESH"), Lines{""});
+    }
+}
+
+TEST(Segments, KeepTheirCountWhereALaterRecordFails) {
+    for (const Records &records : {legacy_records(), current_records()}) {
+        const ImportRun run = import_text(text_of(with(records, "bed-volume option", "x")));
+        EXPECT_TRUE(run.arguments_of("PNUMSEG").empty());
+        EXPECT_EQ(IMPORT_EXPORT.segment_count, 2);
+    }
 }
 
 TEST(LegacySegments, TheOrderOfTheRecordsCountsAndNotTheirNumbers) {

@@ -1,11 +1,10 @@
 #include "control/record_reader.h"
 
-#include "tests/support/temporary_file.h"
+#include "tests/unit/open_text.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,27 +12,6 @@
 
 namespace kova_import {
 namespace {
-
-using namespace std::string_literals;
-
-/// A reader on a file of its own with the given text.
-class OpenText {
-  public:
-    explicit OpenText(std::string_view text) : reader_(exported_counter_) {
-        const char *reason = reader_.stream().open(folder_.write("text.inp", text).string());
-        EXPECT_EQ(reason, nullptr);
-        reader_.start_counting();
-    }
-
-    RecordReader &operator*() { return reader_; }
-    RecordReader *operator->() { return &reader_; }
-    [[nodiscard]] std::int32_t exported_counter() const { return exported_counter_; }
-
-  private:
-    kova_test::TemporaryFolder folder_;
-    std::int32_t exported_counter_ = 0;
-    RecordReader reader_;
-};
 
 constexpr std::int32_t untouched = -77;
 
@@ -343,49 +321,6 @@ TEST(FixedColumns, ACarriageReturnInsideALineIsACharacter) {
     EXPECT_EQ(name.view(), "c\r   ");
 }
 
-TEST(UnguardedReads, AreBlankAtTheEndOfTheFileAndGoOn) {
-    OpenText text("caption\n");
-    FixedText<10> caption;
-    text->unguarded_fixed<"(A10)">("caption", caption);
-    EXPECT_EQ(caption.view(), "caption   ");
-    text->unguarded_fixed<"(A10)">("caption", caption);
-    EXPECT_TRUE(text->ok());
-    EXPECT_EQ(caption.trimmed(), "");
-    caption.fill('x');
-    text->unguarded_list("title", caption);
-    EXPECT_TRUE(text->ok());
-    EXPECT_EQ(caption.trimmed(), "");
-    EXPECT_EQ(text->line_counter(), 4);
-    std::int32_t number = 0;
-    text->list("number", field("number", number));
-    EXPECT_EQ(text->failure().kind, ReadFailureKind::end_of_file);
-    EXPECT_EQ(text->failure().statement_number, 5);
-}
-
-TEST(UnguardedReads, ATitleThatCannotBeReadIsOneLine) {
-    for (const std::string &title : {"'tis the river"s, "0*x"s, "'a'b"s, "'one\ntwo'x"s}) {
-        OpenText text(title + "\n5\n");
-        FixedText<80> ignored;
-        text->unguarded_list("title", ignored);
-        EXPECT_TRUE(text->ok()) << title;
-        FixedText<40> rest;
-        text->list("next", field("next", rest));
-        EXPECT_EQ(rest.trimmed(), title.starts_with("'one") ? "two'x" : "5") << title;
-    }
-}
-
-TEST(UnguardedReads, AtTheEndOfBlankLinesStayThere) {
-    // An older value that started at the same place must not draw the stream back to it.
-    OpenText text("\n");
-    FixedText<10> title;
-    text->unguarded_list("title", title);
-    EXPECT_TRUE(text->ok());
-    std::int32_t number = untouched;
-    text->list("number", field("number", number));
-    EXPECT_EQ(text->failure().kind, ReadFailureKind::end_of_file);
-    EXPECT_EQ(number, untouched);
-}
-
 TEST(Failures, StickAndChangeNothing) {
     OpenText text("x\n1\n2\n");
     std::int32_t number = untouched;
@@ -493,6 +428,17 @@ TEST(LineCounter, CountsStatementsNotLines) {
     read_list(*text, 3);
     EXPECT_EQ(text->line_counter(), 2);
     EXPECT_EQ(text.exported_counter(), 2);
+}
+
+TEST(LineCounter, StaysAtTheLargestValueForHosts) {
+    OpenText text("1\n2\n3\n");
+    text->start_counting(2147483646);
+    EXPECT_EQ(text.exported_counter(), 2147483646);
+    for (int i = 0; i < 3; ++i)
+        read_list(*text, 1);
+    EXPECT_TRUE(text->ok());
+    EXPECT_EQ(text->line_counter(), 2147483649);
+    EXPECT_EQ(text.exported_counter(), 2147483647);
 }
 
 TEST(LineCounter, ForEachRecordTakesANegativeCountAsNone) {
