@@ -21,8 +21,9 @@ from pathlib import Path
 import ratios
 
 TOP = Path(__file__).resolve().parent.parent
-DOCUMENT = TOP / "docs/performance.md"
-BEGIN, END = "<!-- begin of the figures: written by scripts/bench --record -->", "<!-- end of the figures -->"
+sys.path.insert(0, str(TOP / "scripts"))
+
+import figures  # noqa: E402 - lies beside the scripts
 
 MEGABYTES = (1, 20, 200)
 
@@ -277,12 +278,6 @@ def figures(build, repetitions, targets):
     yield from ["", "### Records alone: medians", "", "```", *ratios.table(records), "```", ""]
 
 
-def record(text):
-    document = DOCUMENT.read_text(encoding="utf-8")
-    before, rest = document.split(BEGIN)
-    DOCUMENT.write_text(before + BEGIN + "\n" + text + END + rest.split(END)[1], encoding="utf-8")
-
-
 def main():
     parser = argparse.ArgumentParser(description="Measures whole imports next to their peers.")
     parser.add_argument("build", type=Path)
@@ -293,7 +288,7 @@ def main():
     text = "\n".join(figures(options.build.resolve(), options.repetitions, targets)) + "\n"
     print(text)
     if options.record:
-        record(text)
+        figures.record("performance.md", "the figures", text)
     print(f"{targets.missed} of {targets.count} targets missed" if targets.missed else "All targets reached")
     return 1 if targets.missed else 0
 

@@ -19,10 +19,12 @@ from dataclasses import dataclass
 import corpus_coverage
 import targets
 
+sys.path.insert(0, str(targets.TOP / "scripts"))
+
+import figures  # noqa: E402 - lies beside the scripts
+
 WORK = targets.TOP / "build" / "torture"
 STATE = WORK / "state.json"
-DOCUMENT = targets.TOP / "docs" / "reliability.md"
-BEGIN, END = ("<!-- begin of the figures: written by scripts/torture --record -->", "<!-- end of the figures -->")
 
 TURN = 120  # seconds that a target runs at a time
 LEAST_TURN = 10
@@ -207,12 +209,6 @@ def figures(state):
     yield ""
 
 
-def record(text):
-    document = DOCUMENT.read_text(encoding="utf-8")
-    before, rest = document.split(BEGIN)
-    DOCUMENT.write_text(before + BEGIN + "\n" + text + END + rest.split(END)[1], encoding="utf-8")
-
-
 def main():
     parser = argparse.ArgumentParser(prog="scripts/torture", description="Tries to break the library.")
     parser.add_argument("minutes", nargs="?", type=int, default=60)
@@ -224,7 +220,7 @@ def main():
         return 0 if Torture(options.minutes).run() else 1
     text = "\n".join(figures(State())) + "\n"
     if options.record:
-        record(text)
+        figures.record("reliability.md", "the figures", text)
     else:
         print(text)
     return 0

@@ -9,11 +9,9 @@ using kova_import::Argument;
 using kova_import::ArgumentKind;
 using kova_import::host_commands;
 using kova_import::HostCommand;
+using kova_import::is_report_width;
 
 namespace {
-
-constexpr std::size_t short_report_field = 80;
-constexpr std::size_t long_report_field = 132;
 
 /// The commands by a hash of their keyword: a large import has millions of commands, and bisection
 /// would compare each keyword with seven others.
@@ -82,15 +80,11 @@ std::string counted(std::size_t count, std::string_view what) {
     return std::to_string(count) + " " + std::string(what) + (count == 1 ? "" : "s");
 }
 
-bool is_report_field(std::size_t length) {
-    return length == short_report_field || length == long_report_field;
-}
-
 bool length_is_right(const Argument &argument, std::size_t length) {
     if (argument.kind == ArgumentKind::literal || argument.kind == ArgumentKind::fragment)
         return length > 0;
     if (argument.kind == ArgumentKind::result && argument.width == 0)
-        return is_report_field(length);
+        return is_report_width(length);
     return length == argument.width;
 }
 
@@ -106,7 +100,7 @@ bool lacks_its_nul(const Argument &argument, std::string_view text) {
     if (argument.kind == ArgumentKind::literal || argument.kind == ArgumentKind::terminated_field)
         return text.back() != '\0';
     return argument.kind == ArgumentKind::fragment && text.back() != '\0' &&
-           !is_report_field(text.size());
+           !is_report_width(text.size());
 }
 
 /// What is wrong with an argument; empty when nothing is.

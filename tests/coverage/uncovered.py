@@ -14,9 +14,11 @@ import sys
 from pathlib import Path
 
 TOP = Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(TOP / "scripts"))
+
+import figures  # noqa: E402 - lies beside the scripts
+
 SOURCES = "Utilities/IMPORT/"
-DOCUMENT = TOP / "docs/reliability.md"
-BEGIN, END = "<!-- begin of coverage: written by scripts/coverage --record -->", "<!-- end of coverage -->"
 
 LINES, BRANCHES = 99, 95  # per cent
 
@@ -71,7 +73,7 @@ def ranges(numbers):
     return ", ".join(str(first) if first == last else f"{first}-{last}" for first, last in parts)
 
 
-def figures(files, compiled_only):
+def totals(files, compiled_only):
     def total(kind, what):
         return sum(summary[kind][what] for summary in files.values())
 
@@ -98,12 +100,11 @@ def main():
     # What is evaluated when the library is compiled cannot be run by a test; it is listed, and not counted.
     compiled_only = sum(len(lines) for (_, reason), lines in reasons.items()
                         if reason and reason.startswith("evaluated when compiled"))
-    rows = figures(summaries(options.build), compiled_only)
+    rows = totals(summaries(options.build), compiled_only)
     text = "\n".join(tables(rows, reasons)) + "\n"
     print(text)
     if options.record:
-        before, rest = DOCUMENT.read_text(encoding="utf-8").split(BEGIN)
-        DOCUMENT.write_text(before + BEGIN + "\n\n" + text + "\n" + END + rest.split(END)[1], encoding="utf-8")
+        figures.record("reliability.md", "coverage", text)
     for (file, reason), lines in reasons.items():
         if reason is None:
             for number, line in lines:

@@ -27,6 +27,11 @@ enum class ArgumentKind : std::uint8_t {
     send_buffer, ///< real[170000], passed as it stands
 };
 
+/// Whether a report field is so wide.
+[[nodiscard]] constexpr bool is_report_width(std::size_t width) {
+    return width == 80 || width == 132;
+}
+
 struct Argument {
     ArgumentKind kind = ArgumentKind::none;
     std::uint16_t width = 0;

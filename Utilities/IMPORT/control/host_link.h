@@ -87,7 +87,7 @@ struct Passed<FixedText<n>> {
     static constexpr std::size_t length = n;
     static constexpr bool fits(const Argument &argument) {
         return (argument.kind == ArgumentKind::field && argument.width == n) ||
-               (argument.kind == ArgumentKind::fragment && (n == 80 || n == 132));
+               (argument.kind == ArgumentKind::fragment && is_report_width(n));
     }
     explicit Passed(const FixedText<n> &text) : copy(text) {}
     void *address() { return copy.data(); }
@@ -125,7 +125,7 @@ struct Passed<Result<n>> {
     static constexpr std::size_t length = n;
     static constexpr bool fits(const Argument &argument) {
         return argument.kind == ArgumentKind::result &&
-               (argument.width == n || (argument.width == 0 && (n == 80 || n == 132)));
+               (argument.width == n || (argument.width == 0 && is_report_width(n)));
     }
     explicit Passed(const Result<n> &result) : target(result.text.data()) {}
     void *address() { return target; }

@@ -1,7 +1,6 @@
 #include "control/notices.h"
 
 #include "control/section.h"
-
 #include "control/short_text.h"
 
 #include <string_view>

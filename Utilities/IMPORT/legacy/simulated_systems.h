@@ -9,8 +9,8 @@
 namespace kova_import::legacy {
 
 /// The systems of the file that the host simulates, as they are when a section starts. The host
-/// numbers them in the order of the file, each for one system, so that what is read of them one behind
-/// the other can be sent in that order.
+/// numbers them in the order of the file, each for one system, so that what is read of them one
+/// behind the other can be sent in that order.
 class SimulatedSystems {
   public:
     explicit SimulatedSystems(const ImportModule &module);

@@ -16,7 +16,7 @@ namespace kova_import {
 
 struct ExchangeFunction {
     FixedText<30> description;
-    std::array<char, 2> no_gap{}; ///< rows are packed, and have nothing between their members
+    std::array<char, 2> no_gap{' ', ' '}; ///< as in `FlowFunction`
     std::int32_t pair_count = 0;
     std::int32_t breakpoint_count = 0;
 };

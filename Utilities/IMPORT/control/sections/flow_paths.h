@@ -15,8 +15,10 @@ namespace kova_import {
 inline constexpr std::int32_t hydrodynamic_linkage = 3;
 
 struct FlowFunction {
-    FixedText<30> description;
-    std::array<char, 2> no_gap{}; ///< rows are packed, and have nothing between their members
+    FixedText<30> description; ///< hosts get it at its width, like the file name; both have no NUL
+    /// Rows are packed, and have nothing between their members. Blank like the end of most
+    /// descriptions, which takes no room then.
+    std::array<char, 2> no_gap{' ', ' '};
     std::int32_t pair_count = 0;
 };
 

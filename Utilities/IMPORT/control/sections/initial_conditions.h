@@ -39,8 +39,8 @@ void read_system_caption(RecordReader &reader);
 /// Reads what belongs to a system as a whole, behind its caption.
 [[nodiscard]] InitialSystem read_initial_system(RecordReader &reader);
 
-/// Reads the second caption of a system and its concentrations, and adds them with `values` to the table as those of the
-/// next system. Segments that no record names have concentrations of 0.
+/// Reads the second caption of a system and its concentrations, and adds them with `values` to the
+/// table as those of the next system. Segments that no record names have concentrations of 0.
 void read_initial_concentrations(ImportModule &module, std::int32_t system,
                                  const InitialSystem &values, std::int32_t segment_count,
                                  InitialConditionTable &table);

@@ -59,8 +59,6 @@ void read_options(ImportModule &module, ModelParameters &parameters) {
                 field("maximum time step", parameters.maximum_time_step));
 }
 
-namespace model_parameter_report {
-
 namespace {
 
 template <std::size_t n>
@@ -69,8 +67,6 @@ void start_row(const char (&label)[n]) {
         "</td></tr><tr><td style=\"text-align: right; font-weight: bold; width: 202px;\">");
     send<"PINFOHTML">(label);
 }
-
-} // namespace
 
 void send_module_name(std::int32_t model_type) {
     FixedText<132> name;
@@ -101,10 +97,6 @@ void send_values(const ModelParameters &parameters) {
     send_cell(parameters.output_interval, "%F");
     send<"PINFOHTML">("</td></tr></tbody></table><br></center></body>");
 }
-
-} // namespace model_parameter_report
-
-namespace {
 
 void send_period(const ImportModule &module, const ModelParameters &parameters) {
     send<"PFILENAME">(TerminatedText{module.model_file_name});
@@ -162,6 +154,11 @@ void send_options(const ModelParameters &parameters) {
 }
 
 } // namespace
+
+void send_parameter_rows(const ModelParameters &parameters) {
+    send_module_name(parameters.model_type);
+    send_values(parameters);
+}
 
 void send_model(ImportModule &module, const ModelParameters &parameters, std::int32_t system_count,
                 const SystemNames &systems) {

@@ -63,12 +63,8 @@ void read_period(ImportModule &module, ModelParameters &parameters);
 /// Reads the options behind the system count, and the time-step limits.
 void read_options(ImportModule &module, ModelParameters &parameters);
 
-namespace model_parameter_report {
-
-void send_module_name(std::int32_t model_type);
-void send_values(const ModelParameters &parameters);
-
-} // namespace model_parameter_report
+/// Sends the rows of the table of model parameters, behind its title.
+void send_parameter_rows(const ModelParameters &parameters);
 
 /// Sends the table of model parameters to the information pane. `title` is its title cell.
 template <std::size_t n>
@@ -79,8 +75,7 @@ void send_parameter_table(const ModelParameters &parameters, const char (&title)
         "border=\"1\" cellpadding=\"2\" cellspacing=\"2\"><tbody><tr align=\"center\">");
     send<"PINFOHTML">("<td style=\"width: 214px;\" colspan=\"2\" rowspan=\"1\">");
     send<"PINFOHTML">(title);
-    model_parameter_report::send_module_name(parameters.model_type);
-    model_parameter_report::send_values(parameters);
+    send_parameter_rows(parameters);
 }
 
 /// Sends the model file name and the dates, the systems with their table, and the options and time
