@@ -49,6 +49,19 @@ struct Model {
     bool transport_only;
 };
 
+TEST(HostFailuresInPages, GoNoFurther) {
+    for (void (*const page)() : {&intro, &version}) {
+        noting_host().log.clear();
+        noting_host().before = [](std::string_view keyword) {
+            if (keyword == "PINFOHTML")
+                throw std::runtime_error("the host cannot go on");
+        };
+        page();
+        noting_host().before = nullptr;
+        EXPECT_LE(noting_host().log.size(), 2U) << "the pane is cleared, and the first line fails";
+    }
+}
+
 class HostFailures : public testing::TestWithParam<Model> {};
 
 TEST_P(HostFailures, EndTheSectionAndLeaveTheNextImportAlone) {

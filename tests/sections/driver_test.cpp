@@ -180,6 +180,15 @@ TEST(Driver, SaysThatAFileIsInUtf16) {
     EXPECT_EQ(run.notices[0].advice, "Save it as plain text or UTF-8.");
 }
 
+TEST(Driver, SaysThatTheLinesOfAFileEndInAnotherWay) {
+    std::string text = text_of(current_records());
+    std::replace(text.begin(), text.end(), '\n', '\r');
+    const ImportRun run = import_text(text);
+    const auto failures = run.notices_of(IMPORT_EXPORT_READ_FAILED);
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].advice, "Its lines end in CR alone; save it with LF or CR LF.");
+}
+
 TEST(Driver, TakesOnlyTheAnswersThatTheButtonsGive) {
     struct Case {
         kova_host::DialogAnswer scope;
