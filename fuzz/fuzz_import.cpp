@@ -3,6 +3,7 @@
 // that each is really reached: KOVA_FUZZ_FIRST_VERSION is 0 for the legacy one, 3 for the current.
 
 #include "fuzz/file_mutator.h"
+#include "fuzz/file_target.h"
 #include "fuzz/fuzz_support.h"
 #include "fuzz/import_checks.h"
 #include "fuzz/import_input.h"
@@ -14,8 +15,6 @@
 
 #include <cstddef>
 #include <cstdint>
-
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t most);
 
 namespace kova_fuzz {
 namespace {
@@ -63,16 +62,21 @@ void run(const Input &input) {
     require(first.notices == second.notices, "the same file gives the same notices");
 }
 
-// Mutation
+} // namespace
 
-constexpr std::size_t options = 1;
+const std::size_t option_bytes = 1;
 
-std::size_t mutate(std::uint8_t *data, std::size_t size, std::size_t most, std::uint32_t seed) {
+void run_input(const std::uint8_t *data, std::size_t size) {
+    run(input_of({reinterpret_cast<const char *>(data), size}));
+}
+
+std::size_t mutate_input(std::uint8_t *data, std::size_t size, std::size_t most,
+                         std::uint32_t seed) {
     constexpr std::uint32_t plain_options = 0x41; // the first header, a plain path
     constexpr std::uint32_t choices = 32;
     const std::uint32_t choice = seed % choices;
     const std::uint32_t rest = seed / choices;
-    if (size == 0 || most == 0 || choice < 8)
+    if (choice < 8)
         return LLVMFuzzerMutate(data, size, most);
     if (choice == 8) {
         data[0] = static_cast<std::uint8_t>(rest);
@@ -82,51 +86,10 @@ std::size_t mutate(std::uint8_t *data, std::size_t size, std::size_t most, std::
         const std::uint32_t transport_only = rest % 4 == 0 ? 0x08 : 0;
         data[0] = static_cast<std::uint8_t>(plain_options | transport_only);
         const NewFile file = is_current_target ? new_current_file(rest) : new_legacy_file(rest);
-        return put_file_behind(options, file.text, data, most);
+        return put_file_behind(option_bytes, file.text, data, most);
     }
-    return put_file_behind(options, mutated_file(file_behind(options, data, size), rest), data,
-                           most);
+    return put_file_behind(option_bytes, mutated_file(file_behind(option_bytes, data, size), rest),
+                           data, most);
 }
 
-} // namespace
 } // namespace kova_fuzz
-
-extern "C" {
-int LLVMFuzzerInitialize(int *argument_count, char ***arguments);
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
-std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t most,
-                                    unsigned seed);
-std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t *start, std::size_t start_size,
-                                      const std::uint8_t *end, std::size_t end_size,
-                                      std::uint8_t *joined, std::size_t most, unsigned seed);
-}
-
-int LLVMFuzzerInitialize(int * /*argument_count*/, char *** /*arguments*/) {
-    kova_fuzz::prepare_process();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    kova_fuzz::run(kova_fuzz::input_of({reinterpret_cast<const char *>(data), size}));
-    return 0;
-}
-
-std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t most,
-                                    unsigned seed) {
-    return kova_fuzz::mutate(data, size, most, seed);
-}
-
-std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t *start, std::size_t start_size,
-                                      const std::uint8_t *end, std::size_t end_size,
-                                      std::uint8_t *joined, std::size_t most, unsigned seed) {
-    if (start_size == 0 || end_size == 0 || most == 0)
-        return 0;
-    joined[0] = start[0];
-    using kova_fuzz::file_behind;
-    using kova_fuzz::options;
-    return kova_fuzz::put_file_behind(
-        options,
-        kova_fuzz::joined_files(file_behind(options, start, start_size),
-                                file_behind(options, end, end_size), seed),
-        joined, most);
-}

@@ -4,6 +4,7 @@
 // each family of formats.
 
 #include "fuzz/file_mutator.h"
+#include "fuzz/file_target.h"
 #include "fuzz/fuzz_support.h"
 #include "fuzz/import_checks.h"
 #include "fuzz/import_input.h"
@@ -22,12 +23,9 @@
 #include <string_view>
 #include <utility>
 
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t most);
-
 namespace kova_fuzz {
 namespace {
 
-constexpr std::size_t options = 3;
 constexpr std::size_t section_count = 11;
 
 NewFile new_file(std::uint32_t seed) {
@@ -70,7 +68,11 @@ const NewFile &sound_file(std::uint8_t number) {
 
 std::size_t section_of(const std::uint8_t *data) { return 1 + data[1] % section_count; }
 
-void run(const std::uint8_t *data, std::size_t size) {
+} // namespace
+
+const std::size_t option_bytes = 3;
+
+void run_input(const std::uint8_t *data, std::size_t size) {
     const std::size_t section = section_of(data);
     Input input;
     input.transport_only = (data[0] & 0x01U) != 0;
@@ -78,16 +80,17 @@ void run(const std::uint8_t *data, std::size_t size) {
     input.has_tables = (data[0] & 0x04U) != 0;
     input.file = header_of((data[0] & 0x08U) != 0);
     input.file += sound_file(data[2]).front(section);
-    input.file += file_behind(options, data, size);
+    input.file += file_behind(option_bytes, data, size);
     input.last_section = static_cast<std::int32_t>(section);
     static_cast<void>(import_checked(input));
 }
 
-std::size_t mutate(std::uint8_t *data, std::size_t size, std::size_t most, std::uint32_t seed) {
+std::size_t mutate_input(std::uint8_t *data, std::size_t size, std::size_t most,
+                         std::uint32_t seed) {
     constexpr std::uint32_t choices = 32;
     const std::uint32_t choice = seed % choices;
     const std::uint32_t rest = seed / choices;
-    if (size < options || most <= options || choice < 6)
+    if (choice < 6)
         return LLVMFuzzerMutate(data, size, most);
     switch (choice) {
     case 6:
@@ -99,55 +102,14 @@ std::size_t mutate(std::uint8_t *data, std::size_t size, std::size_t most, std::
     case 8:
         data[1] = static_cast<std::uint8_t>(rest % section_count);
         data[2] = static_cast<std::uint8_t>(rest / section_count);
-        return put_file_behind(options, sound_file(data[2]).section(section_of(data)), data, most);
-    case 9:
-        return put_file_behind(options, new_file(rest).section(section_of(data)), data, most);
-    default:
-        return put_file_behind(options, mutated_file(file_behind(options, data, size), rest), data,
+        return put_file_behind(option_bytes, sound_file(data[2]).section(section_of(data)), data,
                                most);
+    case 9:
+        return put_file_behind(option_bytes, new_file(rest).section(section_of(data)), data, most);
+    default:
+        return put_file_behind(
+            option_bytes, mutated_file(file_behind(option_bytes, data, size), rest), data, most);
     }
 }
 
-} // namespace
 } // namespace kova_fuzz
-
-extern "C" {
-int LLVMFuzzerInitialize(int *argument_count, char ***arguments);
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
-std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t most,
-                                    unsigned seed);
-std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t *start, std::size_t start_size,
-                                      const std::uint8_t *end, std::size_t end_size,
-                                      std::uint8_t *joined, std::size_t most, unsigned seed);
-}
-
-int LLVMFuzzerInitialize(int * /*argument_count*/, char *** /*arguments*/) {
-    kova_fuzz::prepare_process();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    if (size >= kova_fuzz::options)
-        kova_fuzz::run(data, size);
-    return 0;
-}
-
-std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t most,
-                                    unsigned seed) {
-    return kova_fuzz::mutate(data, size, most, seed);
-}
-
-std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t *start, std::size_t start_size,
-                                      const std::uint8_t *end, std::size_t end_size,
-                                      std::uint8_t *joined, std::size_t most, unsigned seed) {
-    using kova_fuzz::file_behind;
-    using kova_fuzz::options;
-    if (start_size < options || end_size < options || most <= options)
-        return 0;
-    std::copy_n(start, options, joined);
-    return kova_fuzz::put_file_behind(
-        options,
-        kova_fuzz::joined_files(file_behind(options, start, start_size),
-                                file_behind(options, end, end_size), seed),
-        joined, most);
-}
