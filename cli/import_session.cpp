@@ -133,7 +133,7 @@ void describe_model(ImportOutcome &outcome, const kova_host::Model &model) {
     if (outcome.settings_read)
         outcome.settings = model.settings;
     for (const kova_host::System &system : model.systems)
-        outcome.systems.push_back(system.long_name);
+        outcome.systems.emplace_back(system.long_name);
     outcome.segments_read = is_read(segments);
     outcome.segment_count = model.segment_count;
 }
