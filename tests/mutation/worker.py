@@ -49,7 +49,7 @@ class Worker:
         self._run(["cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
                    "-DCMAKE_C_COMPILER=gcc", "-DCMAKE_CXX_COMPILER=g++", "-DCMAKE_CXX_FLAGS=-O0 -w",
                    "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=gold", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
-                   "-DKOVA_WARNINGS_AS_ERRORS=OFF", "-DKOVA_BUILD_TIME=-"], "configuration")
+                   "-DKOVA_WARNINGS_AS_ERRORS=OFF", "-DKOVA_BUILD_TIME=Thu, 01 Jan 1970 00:00:00 +0000"], "configuration")
         self._run(["ninja", "-C", self.build, "-j1", *PROGRAMS], "build")
         for program in PROGRAMS:
             outcome, test = self._test(program)
