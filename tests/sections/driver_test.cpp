@@ -407,6 +407,9 @@ TEST(Sections, FailOutsideAnImport) {
             ASSERT_EQ(run.notices.size(), 1U) << section;
             EXPECT_EQ(run.notices[0].section, section);
             EXPECT_EQ(run.notices[0].reason, "There is no open import file.");
+            EXPECT_EQ(run.notices[0].line, 0) << "which does not apply";
+            EXPECT_EQ(run.notices[0].column, 0);
+            EXPECT_EQ(run.notices[0].width, 0);
         }
     }
 }

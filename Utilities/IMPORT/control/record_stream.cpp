@@ -27,7 +27,6 @@ void RecordStream::close() {
     buffer_.reset();
     cursor_ = end_ = nullptr;
     all_read_ = true;
-    read_error_ = wide_characters_ = false;
 }
 
 void RecordStream::skip_byte_order_mark() {

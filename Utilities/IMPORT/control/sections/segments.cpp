@@ -4,9 +4,8 @@
 #include "control/report.h"
 #include "control/sections/counts.h"
 
-#include <array>
-#include <charconv>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace kova_import {
@@ -17,8 +16,9 @@ namespace {
 // in the file, of which a part may have been cut already.
 void give_lost_name(const ImportModule &module, const SegmentTable &table, std::int32_t number,
                     const FixedText<40> &name) {
-    std::size_t size = content_of(name.view()).size();
-    if (table.has_indexed_names && size > 0) {
+    const std::string_view content = content_of(name.view());
+    std::size_t size = content.size();
+    if (table.has_indexed_names && !content.empty()) {
         const ShortText<4> digits = name_digits(number);
         if (digits.view().empty()) {
             give_reason(module, IMPORT_EXPORT_NOT_IMPORTED,
@@ -59,10 +59,7 @@ ShortText<4> name_digits(std::int32_t number) {
     ShortText<4> digits;
     if (number == 999 || number >= 9999)
         return digits;
-    std::array<char, 4> characters{};
-    const char *const end =
-        std::to_chars(characters.data(), characters.data() + characters.size(), number).ptr;
-    digits.assign({characters.data(), static_cast<std::size_t>(end - characters.data())});
+    digits.assign(std::to_string(number));
     return digits;
 }
 
