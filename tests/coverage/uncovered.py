@@ -48,7 +48,7 @@ def uncovered_lines(build):
             name = line[:-1]
         elif SOURCES in name and (shown := SHOWN_LINE.match(line)):
             lines.append((name.split(SOURCES)[1], int(shown.group(1)), shown.group(2).strip()))
-    return lines
+    return sorted(set(lines))  # headers are shown more than once
 
 
 def with_reasons(lines):
