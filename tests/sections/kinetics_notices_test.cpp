@@ -135,6 +135,11 @@ TEST(KineticsNotices, BreakpointsThatARecordLeavesAreNotReplaced) {
     }
 }
 
+TEST(KineticsNotices, AFunctionWithoutAThirdSeriesLosesNone) {
+    const Records records = with_time_functions({{1, "First"}, {23, "Second"}, {0, "No number"}});
+    EXPECT_EQ(told(records, time_functions).size(), 1U) << "number 0 is none";
+}
+
 TEST(KineticsNotices, TellOfNamesOfTimeFunctionsThatAreCut) {
     const std::string name = "'" + std::string(31, 'n') + "'";
     for (const auto &[number, kind] :

@@ -48,6 +48,15 @@ TEST(Failures, OfAListSayWhatStoodThereAndWhatWasExpected) {
     EXPECT_EQ(failure.line_text_column, 1);
 }
 
+TEST(Failures, TheFirstOneCounts) {
+    for (const char *first : {"'7'", "x"}) {
+        const ReadFailure failure = failure_of_list("1\n" + std::string(first) + " y\n");
+        EXPECT_STREQ(failure.field, "first");
+        EXPECT_EQ(failure.found.view(), first);
+        EXPECT_EQ(failure.place.column, 1);
+    }
+}
+
 TEST(Failures, OfAFieldSayWhatStoodThereAndWhatWasExpected) {
     OpenText reader("   12  x.5  \n");
     std::int32_t number = 0;
