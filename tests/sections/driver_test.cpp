@@ -168,6 +168,7 @@ TEST(Driver, ReportsAHeaderThatCannotBeReadLikeAFileThatCannotBeOpened) {
         EXPECT_EQ(run.log.back(), "1 PINFOHTML[10] text[132] \"File: model.inp\\0\" 116*\" \"");
         ASSERT_EQ(run.notices.size(), 1U);
         EXPECT_EQ(run.notices[0].kind, IMPORT_EXPORT_READ_FAILED);
+        EXPECT_EQ(run.notices[0].reason == "The file is empty.", text.empty()) << text;
         EXPECT_EQ(run.notices[0].line, 1);
         EXPECT_TRUE(run.console.empty());
     }

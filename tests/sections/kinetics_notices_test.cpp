@@ -443,6 +443,9 @@ TEST(KineticsNotices, TellOfInitialConditionsOfFewerSegments) {
     ASSERT_GE(about.size(), 1U);
     EXPECT_EQ(about[0],
               (Told{IMPORT_EXPORT_DEFAULTED, 0, "", line_of(records, "segment count", 2)}));
+    // without a state variable there is nothing to have them
+    const Records toxicants = with(records, "header", "    8      2");
+    EXPECT_TRUE(import_text(text_of(toxicants)).notices_of(IMPORT_EXPORT_DEFAULTED).empty());
 }
 
 // The counts of loads and segment parameters, which sections share, are not those of the host.

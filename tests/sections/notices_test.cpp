@@ -87,9 +87,12 @@ TEST(Notices, TellOfSystemsThatTheCurrentModelDoesNotHave) {
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_NOT_IMPORTED);
     EXPECT_EQ(notices[0].number, 29);
-    notices = told(with(quiet_legacy(), "header", "    8      2"));
+    const Records toxicants = with(quiet_legacy(), "header", "    8      2");
+    notices = told(toxicants);
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_EQ(notices[0].kind, IMPORT_EXPORT_NOT_IMPORTED);
+    for (const char *none : {"0", "-1"})
+        EXPECT_TRUE(told(with(toxicants, "system count", none)).empty()) << none;
 }
 
 TEST(Notices, TellOfOptionsIntervalsAndBlocksThatAreDropped) {
