@@ -79,8 +79,8 @@ def write_results(mutants, outcomes, compiler):
     same = sum(known.get(mutant.identity, "").startswith(SAME_PROGRAM) for mutant in mutants
                if outcomes.get(mutant.identity, {}).get("outcome") == "survived")
     lines = ["# Mutation testing", "",
-             "Written by `scripts/mutate`, which changes the library in one place at a time and runs `golden_tests`, `unit_tests` and",
-             "`section_tests`, until one notices. What the compiler rejects does not count.", "",
+             "Written by `scripts/mutate`, which changes the library in one place at a time and runs `golden_tests`, `unit_tests`,",
+             "`section_tests` and `host_failures`, until one notices. What the compiler rejects does not count.", "",
              f"{date.today()}, {compiler}, `-O0`: {figures.tried} mutants, {figures.killed} noticed "
              f"({100 * figures.share:.1f} %), {figures.counts['survived']} not, {same} of them the same program; "
              f"{figures.counts['does not compile']} more do not compile. {seconds / 60:.0f} minutes of work for one core.",

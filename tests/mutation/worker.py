@@ -8,7 +8,7 @@ import time
 from pathlib import Path
 
 # In the order in which they are run: the first finds most and is the quickest for what it finds.
-PROGRAMS = ("golden_tests", "unit_tests", "section_tests")
+PROGRAMS = ("golden_tests", "unit_tests", "section_tests", "host_failures")
 NEEDED = ("CMakeLists.txt", "LICENSE", "Utilities", "bench", "cli", "cmake", "docs", "host", "packaging", "samples", "tests")
 LIBRARY = Path("Utilities/IMPORT")
 

@@ -129,5 +129,16 @@ TEST(Console, TellsOfCurrentLoadsAndTimeFunctionsAroundTheirCommands) {
                   });
 }
 
+TEST(Console, HasTheLinesOfASectionThatIsCalledAloneWhenItReturns) {
+    off_t before = 0;
+    off_t after = 0;
+    static_cast<void>(run_routine([&] {
+        before = lseek(STDOUT_FILENO, 0, SEEK_CUR);
+        modelparam();
+        after = lseek(STDOUT_FILENO, 0, SEEK_CUR);
+    }));
+    EXPECT_GT(after, before);
+}
+
 } // namespace
 } // namespace kova_test

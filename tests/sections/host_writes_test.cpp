@@ -95,5 +95,22 @@ TEST(HostWrites, OfTheErrorFlagEndTheImportBehindTheSection) {
     }
 }
 
+// A host that takes the error back goes on with the next section, from where the file stands.
+TEST(HostWrites, TheErrorTakenBackLetsTheNextSectionRead) {
+    ImportSettings settings;
+    settings.before = [](const kova_host::ReceivedCommand &command) {
+        if (command.keyword == "PPROGRESS" && command.integer(0) == 10)
+            IMPORT_EXPORT.import_error = 0;
+    };
+    const Records records = with(legacy_records(), "bed-volume option", "x");
+    const auto failures =
+        import_text(text_of(records), settings).notices_of(IMPORT_EXPORT_READ_FAILED);
+    ASSERT_EQ(failures.size(), 2U);
+    EXPECT_EQ(failures[0].statement, "bed-volume option");
+    EXPECT_EQ(failures[1].section, 3);
+    EXPECT_EQ(failures[1].statement, "flow option");
+    EXPECT_EQ(failures[1].statement_number, failures[0].statement_number + 1);
+}
+
 } // namespace
 } // namespace kova_test
