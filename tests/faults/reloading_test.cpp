@@ -64,7 +64,7 @@ struct Footprint {
     std::size_t files = 0;
     std::size_t mappings = 0;
     long blocks = 0;
-    bool library_is_mapped = false;
+    bool is_mapped = false;
 
     bool operator==(const Footprint &) const = default;
 };
@@ -78,7 +78,7 @@ Footprint footprint() {
         const std::string name = library_path.filename().string();
         for (std::string line; std::getline(maps, line);) {
             result.mappings += line.find(".so") != std::string::npos ? 1U : 0U;
-            result.library_is_mapped = result.library_is_mapped || line.ends_with(name);
+            result.is_mapped = result.is_mapped || line.ends_with(name);
         }
     }
     result.blocks = blocks_in_use();
@@ -108,7 +108,7 @@ TEST(Reloading, LeavesNothingBehind) {
             }
         }
         const Footprint now = footprint();
-        EXPECT_FALSE(now.library_is_mapped);
+        EXPECT_FALSE(now.is_mapped);
         if (i == settled)
             expected = now;
         if (i > settled) {

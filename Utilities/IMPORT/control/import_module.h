@@ -53,9 +53,8 @@ struct ImportModule {
 
     const char *section_name = ""; ///< of the section that runs
     std::int32_t section_number = 0;
-    bool drops_system =
-        false;            ///< what is being read belongs to a system that the host does not get
-    bool running = false; ///< the utility is at work and waits for a host command to return
+    bool drops_system = false; ///< what is being read belongs to a system that the host lacks
+    bool running = false;      ///< the utility is at work and waits for a host command to return
 };
 
 } // namespace kova_import

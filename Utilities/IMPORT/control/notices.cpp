@@ -116,7 +116,8 @@ void give_read_failure(const ImportModule &module) {
 
 void give_left_out(void *module, const char *field, FilePlace place) {
     const ImportModule &import_module = *static_cast<const ImportModule *>(module);
-    // The first section reads the header again, and tells what it leaves out.
+    // The first section reads the header again, and tells what it leaves out. Of a system that
+    // stays behind nobody misses a value.
     if (import_module.section_number == 0 || import_module.drops_system)
         return;
     // With the network alone, nobody gets the data from the boundaries on.
@@ -129,7 +130,7 @@ void give_left_out(void *module, const char *field, FilePlace place) {
     notice.line = place.line;
     notice.column = place.column;
     notice.field = field;
-    notice.reason = "The record leaves the value out; it keeps its earlier value, or its default.";
+    notice.reason = "The record leaves the value out; it is 0 or blank, or keeps an earlier value.";
     give(import_module, notice);
 }
 

@@ -44,8 +44,8 @@ struct SegmentTable {
     float volume_scale_factor = 0;
     float volume_conversion_factor = 0;
     bool has_indexed_names = false; ///< whether hosts get names with the segment's number
-    PackedList<FixedText<40>>
-        names; ///< in the file: a number in each would make rows of blank ones long
+    /// As the file has them: a number in each would make the rows of blank ones long.
+    PackedList<FixedText<40>> names;
     PackedList<Segment> segments;
 };
 
