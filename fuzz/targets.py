@@ -190,8 +190,8 @@ def last_number(pattern, text):
 
 
 def complaint_in(text):
-    lines = [line for line in text.splitlines() if re.search("broken invariant|ERROR: |runtime error", line)]
-    return "\n".join(lines[:3] or text.splitlines()[-5:])
+    lines = [line for line in text.splitlines() if re.search("broken invariant|ERROR: |runtime error|^Base64: ", line)]
+    return "\n".join(lines[:4] or text.splitlines()[-5:])
 
 
 def outcome_of(log, status, seconds):
@@ -230,7 +230,8 @@ def corpus_of(target, work):
     return folder
 
 
-def fuzz(target, processes, work, seconds, seeds):
+def fuzz(target, processes, work, seconds, seeds, *options):
     """Fuzzes for so long by the clock. What is found stays in the corpus, so that the next run starts from there."""
     corpus = corpus_of(target, work)
-    return run_target(target, processes, work, f"-max_total_time={seconds}", "-print_final_stats=1", corpus, seeds)
+    return run_target(target, processes, work, f"-max_total_time={seconds}", "-print_final_stats=1", *options, corpus,
+                      seeds)

@@ -196,7 +196,7 @@ def coverage_rows():
     yield "all", all_lines, all_covered, f"{100 * all_covered / all_lines:.1f}"
 
 
-def figures(state):
+def figure_lines(state):
     yield from ["", "### Fuzzing", ""]
     yield from table(("Target", "Minutes of the processor", "Executions", "Inputs kept", "Edges covered",
                       "Broken inputs"), list(target_rows(state)))
@@ -218,7 +218,7 @@ def main():
     WORK.mkdir(parents=True, exist_ok=True)
     if not options.report and not options.record:
         return 0 if Torture(options.minutes).run() else 1
-    text = "\n".join(figures(State())) + "\n"
+    text = "\n".join(figure_lines(State())) + "\n"
     if options.record:
         figures.record("reliability.md", "the figures", text)
     else:

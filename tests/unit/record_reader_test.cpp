@@ -351,6 +351,11 @@ TEST(Failures, AtTheEndOfTheFileAreShownOnItsLastLine) {
              {"1\n23", 2, 3, "23"},
              {"", 1, 1, ""},
              {"1\n\n", 2, 1, ""},
+             {"\xEF\xBB\xBF", 1, 1, ""},
+             {"\xEF\xBB\xBF\n", 1, 1, ""},
+             {"\xEF\xBB\xBF"
+              "1",
+              1, 2, "1"},
          }) {
         OpenText text(each.text);
         for (int i = 0; i < 3; ++i) {

@@ -38,7 +38,7 @@ void RecordStream::skip_byte_order_mark() {
                        (!is_nul(0) && is_nul(1) && is_nul(3));
     if (block.starts_with("\xEF\xBB\xBF")) {
         advance(3);
-        line_start_ = offset();
+        line_start_ = previous_line_start_ = offset();
     }
 }
 
