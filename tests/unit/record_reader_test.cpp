@@ -353,9 +353,7 @@ TEST(Failures, AtTheEndOfTheFileAreShownOnItsLastLine) {
              {"1\n\n", 2, 1, ""},
              {"\xEF\xBB\xBF", 1, 1, ""},
              {"\xEF\xBB\xBF\n", 1, 1, ""},
-             {"\xEF\xBB\xBF"
-              "1",
-              1, 2, "1"},
+             {"\xEF\xBB\xBF 1", 1, 3, " 1"},
          }) {
         OpenText text(each.text);
         for (int i = 0; i < 3; ++i) {
