@@ -37,11 +37,12 @@ SendBufferWatch &send_buffers() {
     return watch;
 }
 
-// The segment parameters of the legacy format have a list for each number that is kept, 0 .. 106.
-// The chunks of a section stay until the import ends.
+// The segment parameters of the legacy format have a list for each number that is kept, 0 .. 106;
+// with a header of its own an input of either target can be such a file. The chunks of a section
+// stay until the import ends.
 constexpr std::size_t segment_parameter_section = 9;
 constexpr std::size_t most_lists = 12;
-constexpr std::size_t most_lists_with_parameters = most_lists + (is_current_target ? 0 : 107);
+constexpr std::size_t most_lists_with_parameters = most_lists + 107;
 
 /// Of the sections behind the last one that is wanted, none runs.
 void end_behind_last_section(Run &run, std::int32_t last_section) {
