@@ -268,6 +268,16 @@ TEST(PlainNumber, TakesWhatFilesAreMadeOf) {
     }
 }
 
+TEST(PlainNumber, EndsAtTheCharactersBesideTheDigits) {
+    for (const char *text : {"12/", "12:"}) {
+        std::size_t length = 0;
+        EXPECT_EQ(plain<float>(text, length), 12.0F) << text;
+        EXPECT_EQ(length, 2U) << text;
+        EXPECT_EQ(plain<std::int32_t>(text, length), 12) << text;
+        EXPECT_EQ(length, 2U) << text;
+    }
+}
+
 TEST(PlainNumber, LeavesWhatNeedsTheLongWayAlone) {
     std::size_t length = 0;
     for (const char *text : {"", "+", ".", "-.", "1234567890123456", "abc", "16777217.0", "1e",

@@ -51,5 +51,12 @@ TEST(RecordStream, ShowsALongLineAroundTheField) {
     }
 }
 
+TEST(RecordStream, OfNoFileIsAtItsEndWithoutAnErrorOfTheSystem) {
+    RecordStream stream;
+    EXPECT_FALSE(stream.is_open());
+    EXPECT_TRUE(stream.at_end_of_file());
+    EXPECT_FALSE(stream.read_error());
+}
+
 } // namespace
 } // namespace kova_import
