@@ -65,6 +65,22 @@ std::vector<Notice> told(const Records &records, const ImportSettings &settings 
     return notices;
 }
 
+// Hosts that were compiled long ago know the kinds by their numbers.
+TEST(Notices, KindsKeepTheirNumbers) {
+    static_assert(IMPORT_EXPORT_READ_FAILED == 1);
+    static_assert(IMPORT_EXPORT_OPEN_FAILED == 2);
+    static_assert(IMPORT_EXPORT_NOT_IMPORTED == 4);
+    static_assert(IMPORT_EXPORT_CONDITION_UNMET == 5);
+    static_assert(IMPORT_EXPORT_CONVERTED == 6);
+    static_assert(IMPORT_EXPORT_CUT == 7);
+    static_assert(IMPORT_EXPORT_DEFAULTED == 8);
+    static_assert(IMPORT_EXPORT_PLACEHOLDER == 9);
+    static_assert(IMPORT_EXPORT_CALL_REFUSED == 10);
+    static_assert(IMPORT_EXPORT_OUT_OF_MEMORY == 11);
+    static_assert(IMPORT_EXPORT_HOST_FAILED == 12);
+    static_assert(IMPORT_EXPORT_REPLACED == 13);
+}
+
 TEST(Notices, AreNotGivenWithoutReason) {
     for (const bool transport_only : {false, true}) {
         ImportSettings settings;

@@ -37,5 +37,16 @@ TEST(InputFile, HoldsOneFileWhileItIsOpen) {
     EXPECT_EQ(open_file_count(), before);
 }
 
+TEST(InputFile, ClosesItsFileWhenItEnds) {
+    const kova_test::TemporaryFolder folder;
+    const std::string path = folder.write("model.inp", "text").string();
+    const std::ptrdiff_t before = open_file_count();
+    {
+        InputFile file;
+        EXPECT_EQ(file.open(path), nullptr);
+    }
+    EXPECT_EQ(open_file_count(), before);
+}
+
 } // namespace
 } // namespace kova_import
