@@ -37,11 +37,12 @@ SendBufferWatch &send_buffers() {
     return watch;
 }
 
-// The segment parameters of the legacy format have a list for each number that is kept, 0 .. 106;
-// with a header of its own an input of either target can be such a file. The chunks of a section
-// stay until the import ends.
+// The legacy format has a list for each number of a time function, and for each number of a segment
+// parameter that is kept, 0 .. 106; with a header of its own an input of either target can be such
+// a file. The chunks of a section stay until the import ends.
 constexpr std::size_t segment_parameter_section = 9;
 constexpr std::size_t most_lists = 12;
+constexpr std::size_t most_lists_with_time_functions = most_lists + 50;
 constexpr std::size_t most_lists_with_parameters = most_lists + 107;
 
 /// Of the sections behind the last one that is wanted, none runs.
@@ -63,7 +64,7 @@ void observe(Run &run, const kova_host::ReceivedCommand &command, const Input &i
     end_behind_last_section(run, input.last_section);
     if (command.keyword == "PPROGRESS" &&
         run.trace.stages().size() == segment_parameter_section + 1)
-        TableMemoryWatch::check(input.file.size(), most_lists);
+        TableMemoryWatch::check(input.file.size(), most_lists_with_time_functions);
     ++run.command_count;
     for (std::size_t i = 0; i < command.entry_point; ++i)
         require(command.command->arguments[i].kind != kova_import::ArgumentKind::real ||
