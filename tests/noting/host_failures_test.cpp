@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -60,6 +61,37 @@ TEST(HostFailuresInPages, GoNoFurther) {
         noting_host().before = nullptr;
         EXPECT_LE(noting_host().log.size(), 2U) << "the pane is cleared, and the first line fails";
     }
+}
+
+TEST(HostFailuresInReports, EndTheImportWithoutTheReport) {
+    const kova_test::TemporaryFolder folder;
+    noting_host().transport_only = false;
+    noting_host().import_path =
+        folder.write("model.inp", kova_test::text_of(kova_test::current_records())).string();
+    const Outcome undisturbed = import();
+    bool section_failed = false;
+    bool report_failed = false;
+    noting_host().before = [&](std::string_view keyword) {
+        bool &failed = section_failed ? report_failed : section_failed;
+        if (failed || keyword != (section_failed ? "GSPRINTFI" : "PNUMSEG"))
+            return;
+        failed = true;
+        throw std::runtime_error("the host cannot go on");
+    };
+    const Outcome failed = import();
+    noting_host().before = nullptr;
+    EXPECT_TRUE(report_failed);
+    EXPECT_EQ(IMPORT_EXPORT.import_error, 1);
+    constexpr std::int32_t segments = 2;
+    EXPECT_EQ(failed.failed_sections, std::vector<std::int32_t>{segments});
+    const auto sent =
+        std::find_if(undisturbed.log.begin(), undisturbed.log.end(), [](const std::string &line) {
+            return line.find(" PNUMSEG[") != std::string::npos;
+        });
+    constexpr bool has_report = false;
+    kova_test::expect_end(undisturbed.log, failed.log,
+                          static_cast<std::size_t>(sent - undisturbed.log.begin()), segments,
+                          has_report);
 }
 
 class HostFailures : public testing::TestWithParam<Model> {};
