@@ -151,6 +151,12 @@ TEST(KineticsNotices, TellOfSegmentParametersWithoutAPlace) {
     EXPECT_EQ(told(records, segment_parameters, true), std::vector<Told>{});
 }
 
+TEST(KineticsNotices, ParametersThatCarryNoLegacyNumberLackNoValues) {
+    // the air temperature is 1 in each segment
+    const Records records = with_time_functions({{10, "Air"}});
+    EXPECT_EQ(told(records, segment_parameters), std::vector<Told>{});
+}
+
 TEST(KineticsNotices, TellOfSegmentValuesThatAreReplaced) {
     const Records records = with(legacy_records(), "value of the segment parameter", "2 9.5", 1);
     const auto all = told(records, segment_parameters);
