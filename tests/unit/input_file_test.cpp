@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <string>
+#include <unistd.h>
 
 namespace kova_import {
 namespace {
@@ -46,6 +49,29 @@ TEST(InputFile, ClosesItsFileWhenItEnds) {
         EXPECT_EQ(file.open(path), nullptr);
     }
     EXPECT_EQ(open_file_count(), before);
+}
+
+/// Opens and closes the file where standard input has been closed, so that it gets handle 0. Says
+/// whether that goes as always.
+bool opens_in_place_of_standard_input(const std::string &path, int left_over_error) {
+    ::close(STDIN_FILENO);
+    const std::ptrdiff_t before = open_file_count();
+    InputFile file;
+    errno = left_over_error;
+    const bool is_opened = file.open(path) == nullptr && file.is_open();
+    const std::ptrdiff_t while_open = open_file_count();
+    file.close();
+    return is_opened && while_open == before + 1 && !file.is_open() && open_file_count() == before;
+}
+
+TEST(InputFileDeathTest, MayTakeThePlaceOfStandardInput) {
+    const kova_test::TemporaryFolder folder;
+    const std::string path = folder.write("model.inp", "text").string();
+    // a call that went well leaves the reason why an earlier one did not
+    for (const int left_over_error : {0, EINTR, EWOULDBLOCK})
+        EXPECT_EXIT(std::_Exit(opens_in_place_of_standard_input(path, left_over_error) ? 0 : 1),
+                    testing::ExitedWithCode(0), "")
+            << left_over_error;
 }
 
 } // namespace
