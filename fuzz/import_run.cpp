@@ -18,6 +18,11 @@ void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice)
     require(notice->size == sizeof *notice, "a notice has the size of its struct");
     require(notice->found[notice->found_length] == '\0', "what was found ends in a NUL");
     require(notice->line_text[notice->line_text_length] == '\0', "the shown line ends in a NUL");
+    // A large file of short lines leaves out more items than there is memory for telling.
+    constexpr std::size_t most_told = 100'000;
+    std::vector<Notice> &notices = static_cast<Run *>(context)->notices;
+    if (notices.size() >= most_told && notice->kind == IMPORT_EXPORT_DEFAULTED)
+        return;
     Notice copy{notice->kind,
                 notice->section,
                 notice->statement_number,
@@ -28,7 +33,7 @@ void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice)
                 notice->line_text_column,
                 {notice->section_name, notice->statement, notice->field, notice->expected,
                  notice->reason, notice->advice, notice->path}};
-    static_cast<Run *>(context)->notices.push_back(std::move(copy));
+    notices.push_back(std::move(copy));
 }
 
 /// They live as long as the process, as the buffers do.
