@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -59,7 +60,7 @@ void check_failure(const Trace &trace, std::int32_t section, bool is_current) {
         return;
     }
     const Stage &stage = trace.section(section);
-    const std::vector<Sent> &commands = stage.commands;
+    const std::deque<Sent> &commands = stage.commands;
     require(stage.only(is_report), "an opening block that fails sends no data");
     if (is_current)
         require(commands.size() >= 3 && commands[commands.size() - 3].keyword == "GSPRINTFI",
@@ -109,7 +110,7 @@ void check_segments(const Run &run, const kova_host::Model &model, bool is_curre
 void check_section_run(const Run &run, const kova_host::ReferenceHost &host, const Input &input) {
     constexpr std::array<std::int32_t, 13> progress = {-1, 0,  5,  10, 20, 30, 40,
                                                        50, 60, 70, 80, 85, 100};
-    const std::vector<Stage> &stages = run.trace.stages();
+    const std::deque<Stage> &stages = run.trace.stages();
     require(
         std::equal(progress.begin(), progress.end(), stages.begin(), stages.end(),
                    [](std::int32_t value, const Stage &stage) { return value == stage.progress; }),

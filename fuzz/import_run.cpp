@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <deque>
 #include <string_view>
 #include <utility>
 
@@ -20,7 +21,7 @@ void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice)
     require(notice->line_text[notice->line_text_length] == '\0', "the shown line ends in a NUL");
     // A large file of short lines leaves out more items than there is memory for telling.
     constexpr std::size_t most_told = 100'000;
-    std::vector<Notice> &notices = static_cast<Run *>(context)->notices;
+    std::deque<Notice> &notices = static_cast<Run *>(context)->notices;
     if (notices.size() >= most_told && notice->kind == IMPORT_EXPORT_DEFAULTED)
         return;
     Notice copy{notice->kind,

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -40,7 +41,7 @@ struct Notice {
 /// What an import did.
 struct Run {
     Trace trace;
-    std::vector<Notice> notices;
+    std::deque<Notice> notices;
     std::string log;
     std::size_t command_count = 0;
     bool segment_count_seen = false;

@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <deque>
 #include <string_view>
-#include <vector>
 
 namespace kova_fuzz {
 
@@ -33,13 +33,14 @@ inline std::int32_t first_bytes(std::string_view text) {
     return bits;
 }
 
-/// What happened between two moves of the driver.
+/// What happened between two moves of the driver. There may be a million commands: a deque takes no
+/// large block for them, so that large blocks are the library's.
 struct Stage {
     std::int32_t progress = -1;     ///< with which the driver started it
     std::int32_t line_counter = 0;  ///< when it started
     std::int32_t system_count = 0;  ///< when it started
     std::int32_t segment_count = 0; ///< when it started
-    std::vector<Sent> commands;
+    std::deque<Sent> commands;
 
     [[nodiscard]] std::ptrdiff_t count(std::string_view keyword) const {
         return std::count_if(commands.begin(), commands.end(),
@@ -81,7 +82,7 @@ class Trace {
         stages_.back().commands.push_back(sent);
     }
 
-    [[nodiscard]] const std::vector<Stage> &stages() const { return stages_; }
+    [[nodiscard]] const std::deque<Stage> &stages() const { return stages_; }
     [[nodiscard]] const Stage &section(std::int32_t number) const {
         return stages_[static_cast<std::size_t>(number)];
     }
@@ -94,7 +95,7 @@ class Trace {
         return stages_.back().progress == 40 && progress % hundred == 0;
     }
 
-    std::vector<Stage> stages_{1};
+    std::deque<Stage> stages_ = std::deque<Stage>(1);
 };
 
 } // namespace kova_fuzz

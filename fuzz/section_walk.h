@@ -9,9 +9,9 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <initializer_list>
 #include <string_view>
-#include <vector>
 
 namespace kova_fuzz {
 
@@ -53,7 +53,7 @@ class Walk {
     void end() const { require(place_ == commands_.size(), "nothing follows what was announced"); }
 
   private:
-    const std::vector<Sent> &commands_;
+    const std::deque<Sent> &commands_;
     std::size_t place_ = 0;
 };
 

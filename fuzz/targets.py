@@ -26,9 +26,8 @@ CURRENT_CASES = ("v8", "flowpath_v2", "flows_v2", "exchanges_v2", "boundary_v2",
 RECORD_OPTIONS = ("-use_value_profile=1", f"-dict={TOP}/fuzz/records.dict")
 # Weighing the seeds by what they cover takes longer than an import does, or than reading records twice.
 IMPORT_OPTIONS = ("-entropic=0", f"-dict={TOP}/fuzz/import.dict")
-# Every command of the current format has bytes of the file behind it. What a run takes is the sanitizer's own memory, and at
-# once at most what the target keeps of the commands of a large file.
-LITTLE_MEMORY = ("-rss_limit_mb=1024", "-malloc_limit_mb=256")
+# Every command of the current format has bytes of the file behind it. What a run takes is the sanitizer's own memory.
+LITTLE_MEMORY = ("-rss_limit_mb=1024", "-malloc_limit_mb=64")
 
 
 @dataclass(frozen=True)
