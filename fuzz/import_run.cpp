@@ -1,5 +1,6 @@
 #include "fuzz/import_run.h"
 
+#include "fuzz/section_walk.h"
 #include "fuzz/send_buffer_watch.h"
 #include "fuzz/table_memory_watch.h"
 
@@ -44,12 +45,16 @@ SendBufferWatch &send_buffers() {
 }
 
 // The legacy format has a list for each number of a time function, and for each number of a segment
-// parameter that is kept, 0 .. 106; with a header of its own an input of either target can be such
-// a file. The chunks of a section stay until the import ends.
+// parameter that is kept, 0 .. 106. Which format it is, the file says. The chunks of a section stay
+// until the import ends, and serve the sections behind it.
 constexpr std::size_t segment_parameter_section = 9;
 constexpr std::size_t most_lists = 12;
-constexpr std::size_t most_lists_with_time_functions = most_lists + 50;
-constexpr std::size_t most_lists_with_parameters = most_lists + 107;
+constexpr std::size_t most_time_functions = 50;
+constexpr std::size_t most_parameters = 107;
+
+std::size_t most_lists_with(std::size_t more_of_legacy) {
+    return most_lists + (is_current_format() ? 0 : more_of_legacy);
+}
 
 /// Of the sections behind the last one that is wanted, none runs.
 void end_behind_last_section(Run &run, std::int32_t last_section) {
@@ -70,7 +75,7 @@ void observe(Run &run, const kova_host::ReceivedCommand &command, const Input &i
     end_behind_last_section(run, input.last_section);
     if (command.keyword == "PPROGRESS" &&
         run.trace.stages().size() == segment_parameter_section + 1)
-        TableMemoryWatch::check(input.file.size(), most_lists_with_time_functions);
+        TableMemoryWatch::check(input.file.size(), most_lists_with(most_time_functions));
     ++run.command_count;
     for (std::size_t i = 0; i < command.entry_point; ++i)
         require(command.command->arguments[i].kind != kova_import::ArgumentKind::real ||
@@ -117,7 +122,7 @@ Run import_into(kova_host::ReferenceHost &host, const Input &input, const Memory
         const kova_host::Connection connection = host.connect();
         importexport();
     }
-    TableMemoryWatch::check(input.file.size(), most_lists_with_parameters);
+    TableMemoryWatch::check(input.file.size(), most_lists_with(most_parameters));
     IMPORT_EXPORT.notice = nullptr;
     IMPORT_EXPORT.notice_context = nullptr;
     host.flush_log();

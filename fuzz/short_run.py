@@ -5,6 +5,7 @@ usage: short_run.py [SECONDS | --replay]
 """
 
 import argparse
+import shutil
 import sys
 from concurrent.futures import ThreadPoolExecutor
 
@@ -13,12 +14,14 @@ import targets
 WORK = targets.TOP / "build" / "fuzz" / "work"
 PROCESSES = targets.Processes()
 
-# Always the same random numbers: what breaks in a short run has come with a change. scripts/torture looks for the rest.
+# Always the same random numbers and the same start, so that what breaks in a short run has most likely come with a change.
+# scripts/torture looks for the rest.
 SAME_NUMBERS = "-seed=1"
 
 
 def run(target, seconds, replay):
     seeds = targets.make_seeds(target, WORK)
+    shutil.rmtree(targets.corpus_of(target, WORK))
     if replay:
         return targets.run_target(target, PROCESSES, WORK, "-runs=0", seeds)
     return targets.fuzz(target, PROCESSES, WORK, seconds, seeds, SAME_NUMBERS)

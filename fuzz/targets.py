@@ -181,7 +181,7 @@ class Processes:
         with self.lock:
             self.is_ended = True
             for process in self.running:
-                os.kill(process, signal.SIGTERM)
+                os.killpg(process, signal.SIGTERM)
 
 
 def last_number(pattern, text):

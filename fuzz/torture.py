@@ -88,8 +88,10 @@ class State:
     def add_trial(self, trial, status, seconds):
         entry = self.trials[trial.name]
         entry["seconds"] += seconds
-        entry["runs"] += 1
-        entry["broken"] += status != 0
+        if status == 0:
+            entry["runs"] += 1  # otherwise the next run has the same seed
+        else:
+            entry["broken"] += 1
         self.save()
 
 
@@ -122,6 +124,8 @@ class Torture:
             corpus = targets.corpus_of(target, WORK)
             for path in sorted((WORK / "broken").glob(f"{target.name}-*")):
                 outcome = targets.run_target(target, self.processes, WORK, path)
+                if self.processes.is_ended:
+                    return True
                 if outcome.status != 0:
                     outcome.broken = str(path)
                     self.show_broken(target, outcome)

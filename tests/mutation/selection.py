@@ -1,6 +1,7 @@
 """Which mutants are tried: a part of them that is spread over all files, tables and kinds, and the same in every run."""
 
 import hashlib
+import re
 from collections import defaultdict
 
 from mutants import find_mutants
@@ -8,6 +9,7 @@ from mutants import find_mutants
 SEED = "1"
 # Half of the library is compiled again for a change in one of these; beyond one of each kind they would take most of the time.
 WIDE_HEADERS = "control/"
+WINDOWS_BLOCK = re.compile(r"#if defined\(_WIN32\)\n.*?\n#(?:else|endif)", re.DOTALL)
 # Few, and what the formats and the host depend on.
 WHOLE_KINDS = ("layout", "keyword swapped")
 
@@ -16,8 +18,12 @@ def all_mutants(library):
     """Those of all files of the library that this system compiles."""
     found = []
     for path in sorted([*library.rglob("*.h"), *library.rglob("*.cpp")]):
-        if not path.name.endswith("_windows.cpp"):
-            found += find_mutants(str(path.relative_to(library)), path.read_text(encoding="utf-8"))
+        if path.name.endswith("_windows.cpp"):
+            continue
+        text = path.read_text(encoding="utf-8")
+        of_windows = [block.span() for block in WINDOWS_BLOCK.finditer(text)]
+        found += [mutant for mutant in find_mutants(str(path.relative_to(library)), text)
+                  if not any(first <= mutant.start < last for first, last in of_windows)]
     return found
 
 

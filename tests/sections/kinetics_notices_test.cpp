@@ -265,6 +265,22 @@ TEST(KineticsNotices, TellOfInitialConditionsThatStayBehind) {
     EXPECT_EQ(told(twice, initial_conditions, true), std::vector<Told>{});
 }
 
+// Of segments more than a thousand ahead of the records nobody knows whether they come again.
+TEST(KineticsNotices, TellOfSegmentsThatComeAgainWhenTheyAreNotFarAhead) {
+    constexpr std::size_t segment_count = 1002;
+    const auto replaced = [](std::size_t segment) {
+        Records records = with(legacy_records(), "segment count", std::to_string(segment_count), 2);
+        records = with(records, "system count", "1", 3);
+        records.resize(position_of(records, "initial condition"));
+        records.resize(records.size() + segment_count,
+                       {"initial condition", std::to_string(segment) + " 1 1"});
+        return import_text(text_of(records)).notices_of(IMPORT_EXPORT_REPLACED).size();
+    };
+    EXPECT_EQ(replaced(1001), segment_count - 1);
+    // the first waits; the second one is no longer far ahead, but waits behind it
+    EXPECT_EQ(replaced(1002), 0U);
+}
+
 TEST(KineticsNotices, SayWhatASegmentNumberMayBe) {
     const Records records = with(legacy_records(), "initial condition", "1900000000 0 0");
     const auto failures = import_text(text_of(records)).notices_of(IMPORT_EXPORT_READ_FAILED);

@@ -127,6 +127,7 @@ TEST(ModuleState, TheDriverClearsWhatAnEarlierImportLeft) {
     ImportModule module(data, buffers);
     module.simulation_length = 1;
     module.flow_option = 3;
+    module.host_segment_count = 9;
     module.system_of_state_variable[0] = 7;
     module.inflow_count.push_back(5);
     data.report_tables = 1;
@@ -137,6 +138,7 @@ TEST(ModuleState, TheDriverClearsWhatAnEarlierImportLeft) {
     kova_import::run_import(module, {&family, 1});
     EXPECT_EQ(module.simulation_length, 0);
     EXPECT_EQ(module.flow_option, 0);
+    EXPECT_EQ(module.host_segment_count, 0);
     EXPECT_EQ(module.system_of_state_variable[0], 0);
     EXPECT_EQ(module.inflow_count.size(), 0U);
     EXPECT_EQ(data.report_tables, 0);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -44,6 +45,16 @@ TEST_F(ChunkPool, ListsOfAllKindsShareTheChunks) {
     void *const next = chunk_pool::take();
     EXPECT_NE(next, chunk) << "the packed list has it";
     chunk_pool::give_back(next);
+}
+
+TEST_F(ChunkPool, ReleaseOfNothingEnds) {
+    // more than ever wait in this process
+    std::array<void *, 100> chunks{};
+    for (void *&chunk : chunks)
+        chunk = chunk_pool::take();
+    chunk_pool::release();
+    for (void *chunk : chunks)
+        chunk_pool::give_back(chunk);
 }
 
 TEST_F(ChunkPool, ReleaseLeavesWhatListsUse) {
