@@ -184,14 +184,13 @@ void check_run(const Run &run, const kova_host::ReferenceHost &host, const Input
     require(IMPORT_EXPORT.line_counter >= 1, "the line counter is positive");
 
     const TextLines lines(input.file);
-    for (const Notice &notice : run.notices) {
-        require(notice.place.line == 0 || lines.has(notice.place.line),
-                "a notice tells of a line of the file");
+    require(run.last_line_told == 0 || lines.has(run.last_line_told),
+            "a notice tells of a line of the file");
+    for (const Notice &notice : run.notices)
         if (notice.kind == IMPORT_EXPORT_READ_FAILED)
             check_shown_failure({notice.place, notice.width, notice.found, notice.line_text,
                                  notice.line_text_column},
                                 lines);
-    }
     if (host.progress().empty())
         check_open_failure(run);
     else

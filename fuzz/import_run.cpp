@@ -6,9 +6,9 @@
 
 #include "import_export.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <deque>
 #include <string_view>
 #include <utility>
 
@@ -20,10 +20,12 @@ void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice)
     require(notice->size == sizeof *notice, "a notice has the size of its struct");
     require(notice->found[notice->found_length] == '\0', "what was found ends in a NUL");
     require(notice->line_text[notice->line_text_length] == '\0', "the shown line ends in a NUL");
-    // A large file of short lines leaves out more items than there is memory for telling.
-    constexpr std::size_t most_told = 100'000;
-    std::deque<Notice> &notices = static_cast<Run *>(context)->notices;
-    if (notices.size() >= most_told && notice->kind == IMPORT_EXPORT_DEFAULTED)
+    require(notice->line >= 0, "lines count from 1, and 0 is none");
+    Run &run = *static_cast<Run *>(context);
+    run.last_line_told = std::max(run.last_line_told, notice->line);
+    // A large file of short lines leaves out more items than there is memory for keeping.
+    constexpr std::size_t most_kept = 100'000;
+    if (run.notices.size() >= most_kept && notice->kind == IMPORT_EXPORT_DEFAULTED)
         return;
     Notice copy{notice->kind,
                 notice->section,
@@ -35,7 +37,7 @@ void KOVA_IMPORT_CALL collect(void *context, const import_export_notice *notice)
                 notice->line_text_column,
                 {notice->section_name, notice->statement, notice->field, notice->expected,
                  notice->reason, notice->advice, notice->path}};
-    notices.push_back(std::move(copy));
+    run.notices.push_back(std::move(copy));
 }
 
 /// They live as long as the process, as the buffers do.

@@ -41,7 +41,8 @@ struct Notice {
 /// What an import did.
 struct Run {
     Trace trace;
-    std::deque<Notice> notices;
+    std::deque<Notice> notices;      ///< of a large file not all that tell of items left out
+    std::int64_t last_line_told = 0; ///< of all notices
     std::string log;
     std::size_t command_count = 0;
     bool segment_count_seen = false;
